@@ -1,0 +1,116 @@
+#include "kivug/search_file_list.h"
+
+#include "kiv/configuration_manager.h"
+#include "kiv/system_information.h"
+
+#include <boost/filesystem/operations.hpp>
+
+#include <algorithm>
+#include <cstdlib>
+#include <set>
+#include <stdexcept>
+
+namespace fs = boost::filesystem;
+
+namespace KivUg {
+
+namespace {
+
+/// The identity of a file or directory for "each once": its canonical form when it exists.
+fs::path identity(const fs::path& path) {
+    boost::system::error_code ec;
+    fs::path canonical = fs::canonical(path, ec);
+    return ec ? path.lexically_normal() : canonical;
+}
+
+void addRoot(std::vector<fs::path>& roots, std::set<fs::path>& seen, const fs::path& root) {
+    if (root.empty()) {
+        return;
+    }
+    const fs::path absolute = fs::absolute(root).lexically_normal();
+    if (seen.insert(identity(absolute)).second) {
+        roots.push_back(absolute);
+    }
+}
+
+} // namespace
+
+std::vector<fs::path> searchRoots() {
+    std::vector<fs::path> roots;
+    std::set<fs::path> seen;
+
+    if (const char* searchPath = std::getenv("QORFMT_SEARCH_PATH")) {
+        const std::string text = searchPath;
+        std::string::size_type start = 0;
+        while (start <= text.size()) {
+            const auto colon = std::min(text.find(':', start), text.size());
+            addRoot(roots, seen, text.substr(start, colon - start));
+            start = colon + 1;
+        }
+    }
+
+    const Kiv::SystemInformation system;
+    addRoot(roots, seen, system.installPath());
+    if (!system.installPath().empty()) {
+        const auto configuration = Kiv::ConfigurationManager().currentConfiguration();
+        const std::string subdirectory = system.configurationSubdirectory();
+        if (configuration->hasCommonConfiguration()) {
+            addRoot(roots, seen, configuration->commonConfigPath() / subdirectory);
+        }
+        if (!configuration->path().empty()) {
+            addRoot(roots, seen, configuration->path() / subdirectory);
+        }
+    }
+    return roots;
+}
+
+NxSearchFileList::NxSearchFileList(const fs::path& relativeDirectory)
+    : m_relativeDirectory(relativeDirectory), m_roots(searchRoots()) {}
+
+std::vector<fs::path> NxSearchFileList::filePaths(const Base::WildcardFilter& filter) const {
+    std::vector<fs::path> result;
+    std::set<fs::path> seen;
+    for (const fs::path& root : m_roots) {
+        const fs::path directory = root / m_relativeDirectory;
+        std::vector<fs::path> files;
+        boost::system::error_code ec;
+        for (fs::directory_iterator it(directory, ec), end; !ec && it != end; it.increment(ec)) {
+            boost::system::error_code statusError;
+            if (filter.matches(it->path()) && fs::is_regular_file(it->path(), statusError)) {
+                files.push_back(it->path());
+            }
+        }
+        std::sort(files.begin(), files.end(), [](const fs::path& a, const fs::path& b) {
+            return a.filename().string() < b.filename().string();
+        });
+        for (const fs::path& file : files) {
+            if (seen.insert(identity(file)).second) {
+                result.push_back(file);
+            }
+        }
+    }
+    return result;
+}
+
+fs::path findFile(const std::string& name, const fs::path& relativeDirectory, bool mustExist) {
+    const std::vector<fs::path> roots = searchRoots();
+    for (const fs::path& root : roots) {
+        const fs::path candidate = root / relativeDirectory / name;
+        boost::system::error_code ec;
+        if (fs::is_regular_file(candidate, ec)) {
+            return candidate;
+        }
+    }
+    if (mustExist) {
+        std::string searched;
+        for (const fs::path& root : roots) {
+            searched += (searched.empty() ? "" : ", ") + (root / relativeDirectory).string();
+        }
+        throw std::runtime_error(
+            "file '" + name + "' not found in " +
+            (searched.empty() ? std::string("an empty search path") : searched));
+    }
+    return {};
+}
+
+} // namespace KivUg

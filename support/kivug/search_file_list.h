@@ -1,0 +1,40 @@
+#pragma once
+
+#include "base/wildcard_filter.h"
+
+#include <boost/filesystem/path.hpp>
+
+#include <string>
+#include <vector>
+
+namespace KivUg {
+
+/// The roots searched for files, in order: the directories of the CAD system's search path
+/// (QORFMT_SEARCH_PATH, separated by ':' like PATH), then the installation directory, the common
+/// configuration's directory and the current configuration's directory (each joined with the
+/// configuration sub-directory). Every root is absolute and appears once; empty entries are
+/// dropped. Throws Kiv::ConfigurationError when the site or configuration settings are malformed.
+std::vector<boost::filesystem::path> searchRoots();
+
+/// The files below one relative directory (such as "format_defs") of every search root.
+class NxSearchFileList {
+public:
+    explicit NxSearchFileList(const boost::filesystem::path& relativeDirectory);
+
+    /// Every regular file matching `filter` in ROOT/relativeDirectory for each root, in root order
+    /// and by name within a directory; a file reached twice (through a link or a repeated root) is
+    /// listed once. Missing or unreadable directories are skipped.
+    std::vector<boost::filesystem::path> filePaths(const Base::WildcardFilter& filter) const;
+
+private:
+    boost::filesystem::path m_relativeDirectory;
+    std::vector<boost::filesystem::path> m_roots;
+};
+
+/// The first file called `name` in ROOT/relativeDirectory along the search roots. When none is
+/// found, returns an empty path, or throws std::runtime_error naming the file and the searched
+/// directories if `mustExist` is true.
+boost::filesystem::path findFile(const std::string& name,
+                                 const boost::filesystem::path& relativeDirectory, bool mustExist);
+
+} // namespace KivUg
