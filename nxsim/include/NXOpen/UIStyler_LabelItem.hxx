@@ -1,0 +1,17 @@
+#pragma once
+// Stand-in for the NX Open SDK header of the same name; it declares only what the program calls.
+
+#include <NXOpen/UIStyler_StylerItem.hxx>
+
+namespace NXOpen::UIStyler {
+
+class LabelItem : public StylerItem {
+public:
+    explicit LabelItem(void* ptr);
+
+    void SetLabel(const NXString& label);
+    void SetSensitivity(bool sensitive);
+    void SetVisibility(bool visible);
+};
+
+} // namespace NXOpen::UIStyler

@@ -1,0 +1,69 @@
+#pragma once
+
+#include <nxsim/presenter.h>
+
+#include <boost/filesystem/path.hpp>
+
+#include <string>
+#include <vector>
+
+namespace nxsim {
+
+class RuntimeDialog;
+
+/// A message box as it was shown.
+struct ShownMessage {
+    MessageKind kind;
+    std::string title;
+    std::string text;
+};
+
+/// A list picker as it was shown, with the row the user chose (-1 cancel).
+struct ShownPicker {
+    std::string title;
+    std::string prompt;
+    std::vector<std::string> items;
+    int chosen;
+};
+
+// Observation: what the program did to the platform, for tests and journal expectations.
+
+/// Message boxes in the order shown.
+std::vector<ShownMessage> shownMessages();
+std::vector<ShownPicker> shownPickers();
+/// The listing window's whole text: every WriteLine with its line break.
+std::string listingText();
+bool listingOpen();
+/// The cue line (the last prompt set).
+std::string cueLine();
+/// Every busy-indicator toggle (1 on, 0 off) since the last takeStoplightToggles().
+std::vector<int> stoplightToggles();
+std::vector<int> takeStoplightToggles();
+/// The UF_ functions and fallible NX Open calls made, by name, in order.
+std::vector<std::string> callLog();
+/// How often UF_initialize succeeded minus how often UF_terminate did.
+int initializeDepth();
+/// Whether an object is highlighted.
+bool highlighted(unsigned int tag);
+/// The file of the display part, empty when none.
+std::string displayPartFile();
+/// The file of the work part, empty when none.
+std::string workPartFile();
+/// Files of every loaded part, in load order.
+std::vector<std::string> loadedPartFiles();
+/// Dialogs being shown, outermost first.
+std::vector<RuntimeDialog*> shownDialogs();
+
+// Fault injection.
+
+/// Makes the NX call `call` ("UF_initialize", "UF_DRAW_ask_drawing_info", "OpenDisplay", ...)
+/// fail with `errorCode`: a UF_ function returns the code, an NX Open method throws
+/// NXException::Create(errorCode). `times` calls fail, then it works again; 0 means every call.
+void injectFault(const std::string& call, int errorCode, int times = 0);
+void clearFaults();
+
+/// Forgets everything: parts, display and work part, listing window, cue line, toggles, messages,
+/// call log, highlights, faults and the initialize depth. The presenter and resource path stay.
+void reset();
+
+} // namespace nxsim

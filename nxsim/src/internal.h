@@ -1,0 +1,23 @@
+#pragma once
+
+#include <NXOpen/NXException.hxx>
+
+#include <string>
+
+namespace nxsim::detail {
+
+struct ExceptionFactory {
+    static NXOpen::NXException make(int code, const std::string& details);
+};
+
+/// The exception for `code` with the table's text followed by ": details".
+[[noreturn]] inline void raise(int code, const std::string& details) {
+    throw ExceptionFactory::make(code, details);
+}
+
+/// Logs the call and returns the injected error code for it, 0 when it is to work.
+int enterCall(const char* call);
+/// As enterCall, but throws NXException for an injected fault (NX Open methods).
+void enterMethod(const char* call);
+
+} // namespace nxsim::detail
