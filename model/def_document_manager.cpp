@@ -1,0 +1,169 @@
+#include "model/def_document_manager.h"
+
+#include "model/document_error.h"
+
+#include "base/log.h"
+
+#include <boost/filesystem/operations.hpp>
+#include <boost/make_shared.hpp>
+
+namespace fs = boost::filesystem;
+
+namespace QorBorder {
+
+const char* const kNoTranslationFound = "No Translation Found.";
+
+namespace {
+
+// Two spellings of one file ("a/../b.fordef", relative or absolute) name the same document.
+fs::path normalised(const fs::path& file) {
+    boost::system::error_code ec;
+    fs::path absolute = fs::absolute(file);
+    const fs::path canonical = fs::weakly_canonical(absolute, ec);
+    return ec ? absolute.lexically_normal() : canonical;
+}
+
+} // namespace
+
+boost::shared_ptr<DefinitionDocument> DefDocumentManagerImpl::find(const fs::path& file) const {
+    if (file.empty()) {
+        return boost::shared_ptr<DefinitionDocument>();
+    }
+    const fs::path wanted = normalised(file);
+    for (const boost::shared_ptr<DefinitionDocument>& document : m_documents) {
+        if (!document->filename().empty() && normalised(document->filename()) == wanted) {
+            return document;
+        }
+    }
+    return boost::shared_ptr<DefinitionDocument>();
+}
+
+void DefDocumentManagerImpl::addDocument(boost::shared_ptr<DefinitionDocument> document) {
+    if (!document) {
+        throw std::invalid_argument("addDocument: empty document pointer");
+    }
+    if (document->filename().empty()) {
+        throw DocumentError("(untitled)", 0, "a document without a file name cannot be opened");
+    }
+    const boost::shared_ptr<DefinitionDocument> existing = find(document->filename());
+    if (existing == document) {
+        return;
+    }
+    if (existing) {
+        throw DocumentError(document->filename(), 0, "another document for this file is open");
+    }
+    m_documents.push_back(std::move(document));
+}
+
+boost::shared_ptr<DefinitionDocument> DefDocumentManagerImpl::getDocument(const fs::path& file) {
+    if (const boost::shared_ptr<DefinitionDocument> open = find(file)) {
+        return open;
+    }
+    boost::shared_ptr<DefinitionDocument> loaded = DefinitionDocument::load(file);
+    m_documents.push_back(loaded);
+    Base::log::LoggerStream(info_log()) << "Opened " << file.string() << "\n";
+    return loaded;
+}
+
+bool DefDocumentManagerImpl::hasDocument(const fs::path& file) const {
+    return static_cast<bool>(find(file));
+}
+
+bool DefDocumentManagerImpl::isAnyModified() const {
+    for (const boost::shared_ptr<DefinitionDocument>& document : m_documents) {
+        if (document->modified) {
+            return true;
+        }
+    }
+    return false;
+}
+
+void DefDocumentManagerImpl::saveAll() {
+    std::string failures;
+    std::string firstFile;
+    for (const boost::shared_ptr<DefinitionDocument>& document : m_documents) {
+        if (!document->modified) {
+            continue;
+        }
+        try {
+            document->save();
+        } catch (const DocumentError& error) {
+            if (firstFile.empty()) {
+                firstFile = error.file();
+                failures = error.reason();
+            } else {
+                failures += "; " + std::string(error.what());
+            }
+        }
+    }
+    if (!firstFile.empty()) {
+        throw DocumentError(firstFile, 0, failures);
+    }
+}
+
+boost::shared_ptr<BorderLayout> DefDocumentManagerImpl::getBorderLayout(const std::string& id) {
+    for (const boost::shared_ptr<DefinitionDocument>& document : m_documents) {
+        if (boost::shared_ptr<BorderLayout> found = document->getBorderLayout(id)) {
+            return found;
+        }
+    }
+    return boost::shared_ptr<BorderLayout>();
+}
+
+boost::shared_ptr<BlockLayout> DefDocumentManagerImpl::getBlockLayout(const std::string& id) {
+    for (const boost::shared_ptr<DefinitionDocument>& document : m_documents) {
+        if (boost::shared_ptr<BlockLayout> found = document->getBlockLayout(id)) {
+            return found;
+        }
+    }
+    return boost::shared_ptr<BlockLayout>();
+}
+
+boost::shared_ptr<BlockLocation>
+DefDocumentManagerImpl::getBlockLocation(const std::string& blockId,
+                                         const std::string& locationId) {
+    for (const boost::shared_ptr<DefinitionDocument>& document : m_documents) {
+        if (boost::shared_ptr<BlockLocation> found =
+                document->findBlockLocation(blockId, locationId)) {
+            return found;
+        }
+    }
+    return boost::shared_ptr<BlockLocation>();
+}
+
+std::vector<boost::shared_ptr<const BlockLayout>>
+DefDocumentManagerImpl::blockLayouts(FrameUnitsType units) const {
+    std::vector<boost::shared_ptr<const BlockLayout>> all;
+    for (const boost::shared_ptr<DefinitionDocument>& document : m_documents) {
+        const std::vector<boost::shared_ptr<const BlockLayout>> some =
+            document->blockLayouts(units);
+        all.insert(all.end(), some.begin(), some.end());
+    }
+    return all;
+}
+
+std::string DefDocumentManagerImpl::fieldTranslation(const std::string& language,
+                                                     const std::string& blockId,
+                                                     const std::string& fieldId,
+                                                     const std::string& lookupKey) const {
+    const std::string key = translationKey(language, blockId, fieldId, lookupKey);
+    for (const boost::shared_ptr<DefinitionDocument>& document : m_documents) {
+        if (const std::string* found = document->findTranslation(key)) {
+            return *found;
+        }
+    }
+    return kNoTranslationFound;
+}
+
+DefDocumentManagerImpl& DefDocumentManager() {
+    // Never destroyed: documents stay open for the life of the process.
+    static DefDocumentManagerImpl* const manager = new DefDocumentManagerImpl();
+    return *manager;
+}
+
+Base::log::Logger& info_log() {
+    static Base::log::Logger* const logger = new Base::log::Logger("qorborder.info");
+    return *logger;
+}
+
+} // namespace QorBorder

@@ -1,0 +1,66 @@
+#pragma once
+
+#include "model/definition_document.h"
+#include "model/frame_units_type.h"
+
+#include <boost/filesystem/path.hpp>
+#include <boost/shared_ptr.hpp>
+
+#include <string>
+#include <vector>
+
+namespace Base {
+namespace log {
+class Logger;
+} // namespace log
+} // namespace Base
+
+namespace QorBorder {
+
+/// What fieldTranslation answers for a combination stored nowhere.
+extern const char* const kNoTranslationFound;
+
+/// The registry of all open documents, at most one per file. Lookups by ID search every
+/// registered document in registration order and return the first match.
+class DefDocumentManagerImpl {
+public:
+    DefDocumentManagerImpl() = default;
+    DefDocumentManagerImpl(const DefDocumentManagerImpl&) = delete;
+    DefDocumentManagerImpl& operator=(const DefDocumentManagerImpl&) = delete;
+
+    /// Registers a document under its file name. Throws DocumentError when it has none or
+    /// another document is registered for that file; registering the same object again does
+    /// nothing.
+    void addDocument(boost::shared_ptr<DefinitionDocument> document);
+    /// The open document for that file, else the file read and registered. Throws DocumentError
+    /// (nothing registered) when the file is missing, unreadable or not a valid document.
+    boost::shared_ptr<DefinitionDocument> getDocument(const boost::filesystem::path& file);
+    bool hasDocument(const boost::filesystem::path& file) const;
+    bool isAnyModified() const;
+    /// Saves every registered document whose `modified` is set. A failure does not stop the
+    /// others; afterwards one DocumentError lists every document that could not be saved.
+    void saveAll();
+    std::vector<boost::shared_ptr<DefinitionDocument>> documents() const { return m_documents; }
+
+    boost::shared_ptr<BorderLayout> getBorderLayout(const std::string& id);
+    boost::shared_ptr<BlockLayout> getBlockLayout(const std::string& id);
+    boost::shared_ptr<BlockLocation> getBlockLocation(const std::string& blockId,
+                                                      const std::string& locationId);
+    std::vector<boost::shared_ptr<const BlockLayout>> blockLayouts(FrameUnitsType units) const;
+    /// The stored translation, or exactly kNoTranslationFound ("No Translation Found.").
+    std::string fieldTranslation(const std::string& language, const std::string& blockId,
+                                 const std::string& fieldId, const std::string& lookupKey) const;
+
+private:
+    boost::shared_ptr<DefinitionDocument> find(const boost::filesystem::path& file) const;
+
+    std::vector<boost::shared_ptr<DefinitionDocument>> m_documents;
+};
+
+/// The one manager of the process, created on first use and never destroyed.
+DefDocumentManagerImpl& DefDocumentManager();
+
+/// The model library's information logger ("qorborder.info").
+Base::log::Logger& info_log();
+
+} // namespace QorBorder

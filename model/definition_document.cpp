@@ -1,0 +1,213 @@
+#include "model/definition_document.h"
+
+#include "model/document_error.h"
+#include "model/fordef_reader.h"
+#include "model/fordef_writer.h"
+#include "model/list_util.h"
+
+#include <boost/filesystem/operations.hpp>
+
+namespace fs = boost::filesystem;
+
+namespace QorBorder {
+
+namespace {
+
+template <class T>
+std::vector<boost::shared_ptr<const T>> withUnits(const std::vector<boost::shared_ptr<T>>& list,
+                                                  FrameUnitsType units) {
+    std::vector<boost::shared_ptr<const T>> result;
+    result.reserve(list.size());
+    for (const boost::shared_ptr<T>& item : list) {
+        if (units == AllUnits || item->units == units) {
+            result.push_back(item);
+        }
+    }
+    return result;
+}
+
+template <class T, class Index>
+boost::shared_ptr<T> lookUp(const std::string& id, std::vector<boost::shared_ptr<T>>& list,
+                            Index& index) {
+    const long position = index.find(id, list);
+    if (position < 0) {
+        return boost::shared_ptr<T>();
+    }
+    const boost::shared_ptr<T>& found = list[static_cast<std::size_t>(position)];
+    index.lend(found);
+    return found;
+}
+
+} // namespace
+
+std::string DefinitionDocument::ByLocation::key(const BlockLocation& location) {
+    // Length-prefixed, so that no two (block, location) pairs give the same key.
+    return std::to_string(location.blockId.size()) + ":" + location.blockId + location.id;
+}
+
+DefinitionDocument::DefinitionDocument(const std::string& filename) : m_filename(filename) {}
+
+DefinitionDocument::DefinitionDocument(const DefinitionDocument& other)
+    : modified(other.modified), m_filename(other.m_filename),
+      m_borderLayouts(ListUtil::deepCopy(other.m_borderLayouts)),
+      m_blockLayouts(ListUtil::deepCopy(other.m_blockLayouts)),
+      m_blockLocations(ListUtil::deepCopy(other.m_blockLocations)),
+      m_translations(other.m_translations) {}
+
+DefinitionDocument::~DefinitionDocument() = default;
+
+boost::shared_ptr<DefinitionDocument> DefinitionDocument::load(const fs::path& file) {
+    return FordefReader::read(file);
+}
+
+std::string DefinitionDocument::displayName() const {
+    if (m_filename.empty()) {
+        return "Untitled";
+    }
+    return fs::path(m_filename).filename().string();
+}
+
+std::string DefinitionDocument::displayLocation() const {
+    if (m_filename.empty()) {
+        return "";
+    }
+    return fs::path(m_filename).parent_path().string();
+}
+
+void DefinitionDocument::save() {
+    if (m_filename.empty()) {
+        throw DocumentError("(untitled)", 0, "the document has no file name yet");
+    }
+    save(m_filename);
+}
+
+void DefinitionDocument::save(const fs::path& file) {
+    FordefWriter::write(*this, file);
+    m_filename = file.string();
+    modified = false;
+}
+
+void DefinitionDocument::addBorderLayout(const boost::shared_ptr<BorderLayout>& layout) {
+    m_borderLayouts.push_back(layout);
+    m_borderIndex.appended(m_borderLayouts);
+    m_borderIndex.lend(layout);
+    modified = true;
+}
+
+boost::shared_ptr<BorderLayout> DefinitionDocument::getBorderLayout(const std::string& id) {
+    return lookUp(id, m_borderLayouts, m_borderIndex);
+}
+
+void DefinitionDocument::deleteBorderLayout(const std::string& id) {
+    const long position = m_borderIndex.find(id, m_borderLayouts);
+    if (position >= 0) {
+        m_borderLayouts.erase(m_borderLayouts.begin() + position);
+        m_borderIndex.invalidate();
+        modified = true;
+    }
+}
+
+std::vector<boost::shared_ptr<const BorderLayout>>
+DefinitionDocument::borderLayoutTypes(FrameUnitsType units) const {
+    return withUnits(m_borderLayouts, units);
+}
+
+void DefinitionDocument::addBlockLayout(const boost::shared_ptr<BlockLayout>& layout) {
+    m_blockLayouts.push_back(layout);
+    m_blockIndex.appended(m_blockLayouts);
+    m_blockIndex.lend(layout);
+    modified = true;
+}
+
+boost::shared_ptr<BlockLayout> DefinitionDocument::getBlockLayout(const std::string& id) {
+    return lookUp(id, m_blockLayouts, m_blockIndex);
+}
+
+void DefinitionDocument::deleteBlockLayout(const std::string& id) {
+    const long position = m_blockIndex.find(id, m_blockLayouts);
+    if (position >= 0) {
+        m_blockLayouts.erase(m_blockLayouts.begin() + position);
+        m_blockIndex.invalidate();
+        modified = true;
+    }
+}
+
+std::vector<boost::shared_ptr<const BlockLayout>>
+DefinitionDocument::blockLayouts(FrameUnitsType units) const {
+    return withUnits(m_blockLayouts, units);
+}
+
+void DefinitionDocument::addBlockLocation(const boost::shared_ptr<BlockLocation>& location) {
+    m_blockLocations.push_back(location);
+    m_locationIndex.appended(m_blockLocations);
+    m_locationIndex.lend(location);
+    modified = true;
+}
+
+boost::shared_ptr<BlockLocation> DefinitionDocument::getBlockLocation(const std::string& blockId,
+                                                                      int index) {
+    const std::vector<std::size_t>* positions = m_locationIndex.group(blockId, m_blockLocations);
+    if (!positions || index < 0 || static_cast<std::size_t>(index) >= positions->size()) {
+        return boost::shared_ptr<BlockLocation>();
+    }
+    const boost::shared_ptr<BlockLocation>& found =
+        m_blockLocations[(*positions)[static_cast<std::size_t>(index)]];
+    m_locationIndex.lend(found);
+    return found;
+}
+
+boost::shared_ptr<BlockLocation>
+DefinitionDocument::findBlockLocation(const std::string& blockId, const std::string& locationId) {
+    BlockLocation probe;
+    probe.blockId = blockId;
+    probe.id = locationId;
+    return lookUp(ByLocation::key(probe), m_blockLocations, m_locationIndex);
+}
+
+void DefinitionDocument::deleteBlockLocation(const std::string& blockId, int index) {
+    const std::vector<std::size_t>* positions = m_locationIndex.group(blockId, m_blockLocations);
+    const std::size_t at =
+        ListUtil::checkedIndex(index, positions ? positions->size() : 0, "deleteBlockLocation");
+    m_blockLocations.erase(m_blockLocations.begin() + static_cast<long>((*positions)[at]));
+    m_locationIndex.invalidate();
+    modified = true;
+}
+
+std::vector<boost::shared_ptr<const BlockLocation>>
+DefinitionDocument::blockLocations(const std::string& blockId, const std::string& styleId) const {
+    std::vector<boost::shared_ptr<const BlockLocation>> result;
+    for (const boost::shared_ptr<BlockLocation>& location : m_blockLocations) {
+        if (location->blockId == blockId && (styleId.empty() || location->styleId == styleId)) {
+            result.push_back(location);
+        }
+    }
+    return result;
+}
+
+std::vector<boost::shared_ptr<const BlockLocation>> DefinitionDocument::allBlockLocations() const {
+    return ListUtil::constView(m_blockLocations);
+}
+
+void DefinitionDocument::setFieldTranslations(const TranslationMap& translations) {
+    m_translations = translations;
+    modified = true;
+}
+
+const std::string* DefinitionDocument::findTranslation(const std::string& key) const {
+    const auto it = m_translations.find(key);
+    return it == m_translations.end() ? nullptr : &it->second;
+}
+
+bool DefinitionDocument::sameContents(const DefinitionDocument& other) const {
+    return ListUtil::deepEqual(m_borderLayouts, other.m_borderLayouts) &&
+           ListUtil::deepEqual(m_blockLayouts, other.m_blockLayouts) &&
+           ListUtil::deepEqual(m_blockLocations, other.m_blockLocations) &&
+           m_translations == other.m_translations;
+}
+
+std::string translationKey(const std::string& language, const std::string& blockId,
+                           const std::string& fieldId, const std::string& lookupKey) {
+    return language + "_" + blockId + "_" + fieldId + "_" + lookupKey;
+}
+
+} // namespace QorBorder

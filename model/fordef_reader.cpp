@@ -1,0 +1,625 @@
+#include "model/fordef_reader.h"
+
+#include "model/document_error.h"
+#include "model/fordef_format.h"
+
+#include <boost/make_shared.hpp>
+
+#include <pugixml.hpp>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdint>
+#include <cstdio>
+#include <cstring>
+#include <fstream>
+#include <vector>
+
+namespace fs = boost::filesystem;
+
+namespace QorBorder {
+
+namespace {
+
+using namespace Fordef;
+
+// A reason found while walking the tree; the caller turns it into a DocumentError with a line.
+struct ContentError {
+    std::ptrdiff_t offset;
+    std::string reason;
+};
+
+[[noreturn]] void fail(pugi::xml_node node, const std::string& reason) {
+    throw ContentError{node.offset_debug(), reason};
+}
+
+std::string quoted(const char* text) {
+    return std::string("'") + text + "'";
+}
+
+// Pointers to the members one element's attributes go to.
+class Bindings {
+public:
+    template <class T>
+    void add(T& object, const std::vector<Attribute<T>>& table) {
+        for (const Attribute<T>& a : table) {
+            switch (a.kind) {
+            case Kind::String:
+                push(a.name, a.kind, &(object.*a.text));
+                break;
+            case Kind::Int:
+                push(a.name, a.kind, &(object.*a.integer));
+                break;
+            case Kind::Double:
+                push(a.name, a.kind, &(object.*a.real));
+                break;
+            case Kind::Bool:
+                push(a.name, a.kind, &(object.*a.flag));
+                break;
+            }
+        }
+    }
+    void add(const char* name, std::string& target) { push(name, Kind::String, &target); }
+    void add(const char* name, int& target) { push(name, Kind::Int, &target); }
+    void add(const char* name, bool& target) { push(name, Kind::Bool, &target); }
+
+    /// Reads every attribute of `node` (each must be bound, each bound one must be there), then
+    /// the <raw> children that precede the others. Returns the first child after them.
+    pugi::xml_node read(pugi::xml_node node) const {
+        std::uint64_t seen = 0;
+        int cursor = 0;
+        for (pugi::xml_attribute attribute : node.attributes()) {
+            const char* name = attribute.name();
+            int index = -1;
+            if (cursor < m_count && std::strcmp(m_items[cursor].name, name) == 0) {
+                index = cursor;
+            } else {
+                for (int i = 0; i < m_count; ++i) {
+                    if (std::strcmp(m_items[i].name, name) == 0) {
+                        index = i;
+                        break;
+                    }
+                }
+            }
+            if (index < 0) {
+                fail(node,
+                     "unknown attribute " + quoted(name) + " of element " + quoted(node.name()));
+            }
+            const std::uint64_t bit = std::uint64_t(1) << index;
+            if (seen & bit) {
+                fail(node, "attribute " + quoted(name) + " of element " + quoted(node.name()) +
+                               " is given twice");
+            }
+            seen |= bit;
+            convert(node, m_items[index], attribute.value());
+            cursor = index + 1;
+        }
+        for (int i = 0; i < m_count; ++i) {
+            if (!(seen & (std::uint64_t(1) << i))) {
+                fail(node, "missing attribute " + quoted(m_items[i].name) + " of element " +
+                               quoted(node.name()));
+            }
+        }
+        pugi::xml_node child = node.first_child();
+        std::uint64_t rawSeen = 0;
+        while (child && child.type() == pugi::node_element &&
+               std::strcmp(child.name(), kRawElement) == 0) {
+            readRaw(node, child, rawSeen);
+            child = child.next_sibling();
+        }
+        return child;
+    }
+
+private:
+    struct Binding {
+        const char* name;
+        Kind kind;
+        void* target;
+    };
+
+    void push(const char* name, Kind kind, void* target) {
+        m_items[m_count++] = {name, kind, target};
+    }
+
+    static void convert(pugi::xml_node node, const Binding& binding, const char* value) {
+        bool ok = true;
+        const char* expected = "";
+        switch (binding.kind) {
+        case Kind::String:
+            static_cast<std::string*>(binding.target)->assign(value);
+            break;
+        case Kind::Int:
+            ok = parseInt(value, *static_cast<int*>(binding.target));
+            expected = "a 32-bit integer";
+            break;
+        case Kind::Double:
+            ok = parseDouble(value, *static_cast<double*>(binding.target));
+            expected = "a number";
+            break;
+        case Kind::Bool:
+            ok = parseBool(value, *static_cast<bool*>(binding.target));
+            expected = "true or false";
+            break;
+        }
+        if (!ok) {
+            fail(node, "attribute " + quoted(binding.name) + " of element " + quoted(node.name()) +
+                           " must be " + expected + ", not " + quoted(value));
+        }
+    }
+
+    void readRaw(pugi::xml_node owner, pugi::xml_node raw, std::uint64_t& rawSeen) const {
+        std::string attributeName;
+        std::string hex;
+        Bindings own;
+        own.add("attribute", attributeName);
+        own.add("hex", hex);
+        const pugi::xml_node after = own.read(raw);
+        if (after) {
+            fail(after, "element " + quoted(kRawElement) + " must be empty");
+        }
+        for (int i = 0; i < m_count; ++i) {
+            if (attributeName == m_items[i].name && m_items[i].kind == Kind::String) {
+                if (rawSeen & (std::uint64_t(1) << i)) {
+                    fail(raw, "attribute " + quoted(attributeName.c_str()) + " has two raw values");
+                }
+                rawSeen |= std::uint64_t(1) << i;
+                if (!fromHex(hex.c_str(), *static_cast<std::string*>(m_items[i].target))) {
+                    fail(raw, "the raw value of attribute " + quoted(attributeName.c_str()) +
+                                  " is not an even number of hex digits");
+                }
+                return;
+            }
+        }
+        fail(raw, "element " + quoted(owner.name()) + " has no text attribute " +
+                      quoted(attributeName.c_str()));
+    }
+
+    Binding m_items[32];
+    int m_count = 0;
+};
+
+// The children of one element, checked against an ordered list of names (each either once or
+// any number of times, each required or not), as the schema's sequences say.
+class Sequence {
+public:
+    struct Rule {
+        const char* name;
+        bool required;
+        bool many;
+    };
+
+    Sequence(pugi::xml_node parent, const Rule* rules, int count)
+        : m_parent(parent), m_rules(rules), m_count(count) {}
+
+    /// The rule index `child` matches, or -1 for a node to skip. Fails on anything out of place.
+    int next(pugi::xml_node child) {
+        if (child.type() != pugi::node_element) {
+            if (child.type() == pugi::node_pcdata || child.type() == pugi::node_cdata) {
+                fail(child, "unexpected text in element " + quoted(m_parent.name()));
+            }
+            return -1;
+        }
+        const char* name = child.name();
+        int i = m_current < 0 ? 0 : m_current;
+        if (m_current >= 0 && std::strcmp(m_rules[m_current].name, name) == 0) {
+            if (!m_rules[m_current].many) {
+                fail(child,
+                     "element " + quoted(name) + " is given twice in " + quoted(m_parent.name()));
+            }
+            return m_current;
+        }
+        if (m_current >= 0) {
+            ++i;
+        }
+        for (; i < m_count; ++i) {
+            if (std::strcmp(m_rules[i].name, name) == 0) {
+                m_current = i;
+                return i;
+            }
+            if (m_rules[i].required && m_current < i) {
+                fail(child, "missing element " + quoted(m_rules[i].name) + " in " +
+                                quoted(m_parent.name()) + " before " + quoted(name));
+            }
+        }
+        for (int j = 0; j < m_count; ++j) {
+            if (std::strcmp(m_rules[j].name, name) == 0) {
+                fail(child,
+                     "element " + quoted(name) + " is out of order in " + quoted(m_parent.name()));
+            }
+        }
+        fail(child, "unexpected element " + quoted(name) + " in " + quoted(m_parent.name()));
+    }
+
+    void finish() const {
+        for (int i = m_current + 1; i < m_count; ++i) {
+            if (m_rules[i].required) {
+                fail(m_parent, "missing element " + quoted(m_rules[i].name) + " in " +
+                                   quoted(m_parent.name()));
+            }
+        }
+    }
+
+private:
+    pugi::xml_node m_parent;
+    const Rule* m_rules;
+    int m_count;
+    int m_current = -1;
+};
+
+template <int N>
+Sequence sequence(pugi::xml_node parent, const Sequence::Rule (&rules)[N]) {
+    return Sequence(parent, rules, N);
+}
+
+void noChildren(pugi::xml_node node, pugi::xml_node first) {
+    for (pugi::xml_node child = first; child; child = child.next_sibling()) {
+        if (child.type() == pugi::node_element) {
+            fail(child,
+                 "unexpected element " + quoted(child.name()) + " in " + quoted(node.name()));
+        }
+        if (child.type() == pugi::node_pcdata || child.type() == pugi::node_cdata) {
+            fail(child, "unexpected text in element " + quoted(node.name()));
+        }
+    }
+}
+
+template <class T>
+void readLeaf(pugi::xml_node node, T& object, const std::vector<Attribute<T>>& table) {
+    Bindings bindings;
+    bindings.add(object, table);
+    noChildren(node, bindings.read(node));
+}
+
+std::string readItem(pugi::xml_node node, const char* attribute) {
+    std::string value;
+    Bindings bindings;
+    bindings.add(attribute, value);
+    noChildren(node, bindings.read(node));
+    return value;
+}
+
+boost::shared_ptr<Field> readField(pugi::xml_node node) {
+    const auto field = boost::make_shared<Field>();
+    Bindings bindings;
+    bindings.add(*field, fieldAttributes());
+    static const Sequence::Rule rules[] = {{"choice", false, true}};
+    Sequence children = sequence(node, rules);
+    std::vector<Choice> choices;
+    for (pugi::xml_node child = bindings.read(node); child; child = child.next_sibling()) {
+        if (children.next(child) == 0) {
+            choices.emplace_back();
+            readLeaf(child, choices.back(), choiceAttributes());
+        }
+    }
+    field->setTextChoices(choices);
+    return field;
+}
+
+boost::shared_ptr<BlockStyle> readStyle(pugi::xml_node node) {
+    const auto style = boost::make_shared<BlockStyle>();
+    Bindings bindings;
+    bindings.add(*style, styleAttributes());
+    static const Sequence::Rule rules[] = {{"placement", false, true},
+                                           {"tableColumn", false, true}};
+    Sequence children = sequence(node, rules);
+    for (pugi::xml_node child = bindings.read(node); child; child = child.next_sibling()) {
+        switch (children.next(child)) {
+        case 0: {
+            std::string field;
+            FieldPlacement placement;
+            Bindings entry;
+            entry.add("field", field);
+            entry.add(placement, placementAttributes());
+            noChildren(child, entry.read(child));
+            if (style->hasPlacement(field)) {
+                fail(child, "field " + quoted(field.c_str()) + " is placed twice in style " +
+                                quoted(style->id.c_str()));
+            }
+            style->setPlacement(field, placement);
+            break;
+        }
+        case 1: {
+            std::string rowType;
+            std::string field;
+            int column = 0;
+            Bindings entry;
+            entry.add("rowType", rowType);
+            entry.add("field", field);
+            entry.add("column", column);
+            noChildren(child, entry.read(child));
+            if (style->hasTableColumn(rowType, field)) {
+                fail(child, "the column of field " + quoted(field.c_str()) + " of row type " +
+                                quoted(rowType.c_str()) + " is given twice");
+            }
+            style->setTableColumn(rowType, field, column);
+            break;
+        }
+        default:
+            break;
+        }
+    }
+    return style;
+}
+
+boost::shared_ptr<RowType> readRowType(pugi::xml_node node) {
+    const auto rowType = boost::make_shared<RowType>();
+    Bindings bindings;
+    bindings.add(*rowType, rowTypeAttributes());
+    static const Sequence::Rule rules[] = {
+        {"field", false, true}, {"dialogField", false, true}, {"typeManagerChoice", false, true}};
+    Sequence children = sequence(node, rules);
+    std::vector<std::string> dialogFields;
+    for (pugi::xml_node child = bindings.read(node); child; child = child.next_sibling()) {
+        switch (children.next(child)) {
+        case 0:
+            rowType->appendField(readField(child));
+            break;
+        case 1:
+            dialogFields.push_back(readItem(child, "id"));
+            break;
+        case 2: {
+            int index = 0;
+            TypeManagerChoiceSettings settings;
+            Bindings entry;
+            entry.add("index", index);
+            entry.add(settings, typeManagerChoiceAttributes());
+            noChildren(child, entry.read(child));
+            if (rowType->typeManagerSettings().count(index) != 0) {
+                fail(child, "type manager choice " + std::to_string(index) + " is given twice");
+            }
+            rowType->setValidSymbolIndices(index, settings.validSymbolIndices);
+            rowType->setDisabledFieldIds(index, settings.disabledFieldIds);
+            break;
+        }
+        default:
+            break;
+        }
+    }
+    rowType->setDialogListFields(std::move(dialogFields));
+    return rowType;
+}
+
+boost::shared_ptr<SymbolType> readSymbolType(pugi::xml_node node) {
+    const auto symbol = boost::make_shared<SymbolType>();
+    Bindings bindings;
+    bindings.add(*symbol, symbolTypeAttributes());
+    static const Sequence::Rule rules[] = {{"line1Field", false, true},
+                                           {"line2Field", false, true}};
+    Sequence children = sequence(node, rules);
+    for (pugi::xml_node child = bindings.read(node); child; child = child.next_sibling()) {
+        switch (children.next(child)) {
+        case 0:
+            symbol->line1FieldIds.push_back(readItem(child, "id"));
+            break;
+        case 1:
+            symbol->line2FieldIds.push_back(readItem(child, "id"));
+            break;
+        default:
+            break;
+        }
+    }
+    return symbol;
+}
+
+boost::shared_ptr<BlockLayout> readBlock(pugi::xml_node node) {
+    const auto block = boost::make_shared<BlockLayout>();
+    Bindings bindings;
+    bindings.add(*block, blockAttributes());
+    static const Sequence::Rule rules[] = {{"field", false, true},
+                                           {"style", false, true},
+                                           {"table", true, false},
+                                           {"symbolType", false, true}};
+    Sequence children = sequence(node, rules);
+    for (pugi::xml_node child = bindings.read(node); child; child = child.next_sibling()) {
+        switch (children.next(child)) {
+        case 0:
+            block->addField(readField(child));
+            break;
+        case 1:
+            block->addStyle(readStyle(child));
+            break;
+        case 2: {
+            Table& table = block->getTable();
+            Bindings own;
+            own.add("rowsCreated", table.rowsCreated);
+            static const Sequence::Rule tableRules[] = {{"rowType", false, true}};
+            Sequence rows = sequence(child, tableRules);
+            for (pugi::xml_node row = own.read(child); row; row = row.next_sibling()) {
+                if (rows.next(row) == 0) {
+                    table.addRowType(readRowType(row));
+                }
+            }
+            break;
+        }
+        case 3:
+            block->addSymbolType(readSymbolType(child));
+            break;
+        default:
+            break;
+        }
+    }
+    children.finish();
+    return block;
+}
+
+boost::shared_ptr<BorderLayout> readBorder(pugi::xml_node node) {
+    const auto border = boost::make_shared<BorderLayout>();
+    Bindings bindings;
+    bindings.add(*border, borderAttributes());
+    static const Sequence::Rule rules[] = {
+        {"bottomLeft", true, false},        {"topRight", true, false},
+        {"coreRequiredBlock", false, true}, {"sheet1RequiredBlock", false, true},
+        {"secondLanguage", false, true},    {"drawingSize", false, true}};
+    Sequence children = sequence(node, rules);
+    for (pugi::xml_node child = bindings.read(node); child; child = child.next_sibling()) {
+        switch (children.next(child)) {
+        case 0:
+            readLeaf(child, border->bottomLeft, pointAttributes());
+            break;
+        case 1:
+            readLeaf(child, border->topRight, pointAttributes());
+            break;
+        case 2:
+            border->coreRequiredBlocks.push_back(readItem(child, "id"));
+            break;
+        case 3:
+            border->sheet1RequiredBlocks.push_back(readItem(child, "id"));
+            break;
+        case 4:
+            border->secondLanguages.push_back(readItem(child, "name"));
+            break;
+        case 5: {
+            DrawingSize size;
+            readLeaf(child, size, drawingSizeAttributes());
+            border->addDrawingSize(size);
+            break;
+        }
+        default:
+            break;
+        }
+    }
+    children.finish();
+    return border;
+}
+
+int lineOf(const char* data, std::size_t size, std::ptrdiff_t offset) {
+    if (offset < 0) {
+        return 1;
+    }
+    const std::size_t end = std::min(size, static_cast<std::size_t>(offset));
+    return 1 + static_cast<int>(std::count(data, data + end, '\n'));
+}
+
+struct Contents {
+    std::vector<boost::shared_ptr<BorderLayout>> borders;
+    std::vector<boost::shared_ptr<BlockLayout>> blocks;
+    std::vector<boost::shared_ptr<BlockLocation>> locations;
+    DefinitionDocument::TranslationMap translations;
+};
+
+Contents readRoot(const pugi::xml_document& xml) {
+    const pugi::xml_node root = xml.document_element();
+    if (!root) {
+        throw ContentError{-1, "the file holds no XML element"};
+    }
+    if (std::strcmp(root.name(), kRootElement) != 0) {
+        fail(root, "the root element is " + quoted(root.name()) + ", not " + quoted(kRootElement));
+    }
+    const pugi::xml_attribute versionAttribute = root.attribute("version");
+    if (!versionAttribute) {
+        fail(root, "missing attribute 'version' of element " + quoted(kRootElement));
+    }
+    int version = 0;
+    if (!parseInt(versionAttribute.value(), version) || version != kFormatVersion) {
+        fail(root, "format version " + quoted(versionAttribute.value()) +
+                       " is not supported (this program reads version " +
+                       std::to_string(kFormatVersion) + ")");
+    }
+    Bindings bindings;
+    bindings.add("version", version);
+    Contents contents;
+    static const Sequence::Rule rules[] = {{"border", false, true},
+                                           {"block", false, true},
+                                           {"location", false, true},
+                                           {"translation", false, true}};
+    Sequence children = sequence(root, rules);
+    for (pugi::xml_node child = bindings.read(root); child; child = child.next_sibling()) {
+        switch (children.next(child)) {
+        case 0:
+            contents.borders.push_back(readBorder(child));
+            break;
+        case 1:
+            contents.blocks.push_back(readBlock(child));
+            break;
+        case 2: {
+            const auto location = boost::make_shared<BlockLocation>();
+            readLeaf(child, *location, locationAttributes());
+            contents.locations.push_back(location);
+            break;
+        }
+        case 3: {
+            std::string key;
+            std::string text;
+            Bindings entry;
+            entry.add("key", key);
+            entry.add("text", text);
+            noChildren(child, entry.read(child));
+            if (!contents.translations.emplace(std::move(key), std::move(text)).second) {
+                fail(child, "the translation key is given twice");
+            }
+            break;
+        }
+        default:
+            break;
+        }
+    }
+    return contents;
+}
+
+// Parses `buffer` in place. On failure `pristine` gives the unmodified bytes for the line.
+template <class Pristine>
+Contents parseInPlace(char* buffer, std::size_t size, const std::string& fileName,
+                      Pristine pristine) {
+    pugi::xml_document xml;
+    const pugi::xml_parse_result parsed =
+        xml.load_buffer_inplace(buffer, size, pugi::parse_default, pugi::encoding_utf8);
+    try {
+        if (!parsed) {
+            throw ContentError{parsed.offset,
+                               std::string("malformed XML: ") + parsed.description()};
+        }
+        return readRoot(xml);
+    } catch (const ContentError& error) {
+        const std::string original = pristine();
+        throw DocumentError(fileName, lineOf(original.data(), original.size(), error.offset),
+                            error.reason);
+    }
+}
+
+} // namespace
+
+boost::shared_ptr<DefinitionDocument> FordefReader::read(const fs::path& file) {
+    const std::string name = file.string();
+    std::FILE* in = std::fopen(name.c_str(), "rb");
+    if (!in) {
+        throw DocumentError(name, 0, std::string("cannot open the file: ") + std::strerror(errno));
+    }
+    std::string buffer;
+    char chunk[1 << 16];
+    std::size_t got = 0;
+    while ((got = std::fread(chunk, 1, sizeof chunk, in)) > 0) {
+        buffer.append(chunk, got);
+    }
+    const bool failed = std::ferror(in) != 0;
+    const int error = errno;
+    std::fclose(in);
+    if (failed) {
+        throw DocumentError(name, 0, std::string("cannot read the file: ") + std::strerror(error));
+    }
+    auto pristine = [&name] {
+        std::ifstream again(name, std::ios::binary);
+        return std::string(std::istreambuf_iterator<char>(again), std::istreambuf_iterator<char>());
+    };
+    Contents contents = parseInPlace(&buffer[0], buffer.size(), name, pristine);
+    const auto document = boost::make_shared<DefinitionDocument>(name);
+    document->m_borderLayouts = std::move(contents.borders);
+    document->m_blockLayouts = std::move(contents.blocks);
+    document->m_blockLocations = std::move(contents.locations);
+    document->m_translations = std::move(contents.translations);
+    return document;
+}
+
+boost::shared_ptr<DefinitionDocument> FordefReader::parse(const char* data, std::size_t size,
+                                                          const std::string& fileName) {
+    std::string buffer(data, size);
+    auto pristine = [data, size] { return std::string(data, size); };
+    Contents contents = parseInPlace(&buffer[0], buffer.size(), fileName, pristine);
+    const auto document = boost::make_shared<DefinitionDocument>(fileName);
+    document->m_borderLayouts = std::move(contents.borders);
+    document->m_blockLayouts = std::move(contents.blocks);
+    document->m_blockLocations = std::move(contents.locations);
+    document->m_translations = std::move(contents.translations);
+    return document;
+}
+
+} // namespace QorBorder
