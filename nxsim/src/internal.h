@@ -2,7 +2,17 @@
 
 #include <NXOpen/NXException.hxx>
 
+#include <memory>
 #include <string>
+
+namespace NXOpen::UIStyler {
+class StylerItem;
+}
+
+namespace nxsim {
+class RuntimeDialog;
+class RuntimeItem;
+} // namespace nxsim
 
 namespace nxsim::detail {
 
@@ -19,5 +29,12 @@ struct ExceptionFactory {
 int enterCall(const char* call);
 /// As enterCall, but throws NXException for an injected fault (NX Open methods).
 void enterMethod(const char* call);
+
+/// An object of the item's own UIStyler class (PushButton, ...) bound to it.
+std::unique_ptr<NXOpen::UIStyler::StylerItem> makeItemObject(RuntimeItem* item);
+
+/// The stack of shown dialogs.
+void pushShown(RuntimeDialog* dialog);
+void popShown(RuntimeDialog* dialog);
 
 } // namespace nxsim::detail

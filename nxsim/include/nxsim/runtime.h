@@ -37,6 +37,7 @@ public:
 class RuntimeItem {
 public:
     RuntimeItem(RuntimeDialog* dialog, const DlgElement* element, RuntimeItem* parent);
+    ~RuntimeItem();
     RuntimeItem(const RuntimeItem&) = delete;
     RuntimeItem& operator=(const RuntimeItem&) = delete;
 
