@@ -59,7 +59,7 @@ ConfigurationManager::configuration(const std::string& name) const {
         throw ConfigurationError("configuration name '" + name +
                                  "' is not the name of a directory");
     }
-    const fs::path path = m_configurationsDirectory / name;
+    const fs::path path = (m_configurationsDirectory / name).lexically_normal();
     if (m_configurationsDirectory.empty() || !fs::is_directory(path, ec)) {
         throw ConfigurationError("configuration '" + name + "' not found: " + path.string() +
                                  " is not a directory");

@@ -1,0 +1,133 @@
+#include "ui/nx_dialog_base.h"
+
+#include <NXOpen/NXException.hxx>
+#include <NXOpen/UI.hxx>
+#include <NXOpen/UIStyler_Styler.hxx>
+
+#include <cassert>
+
+using namespace NXOpen::UIStyler;
+
+namespace KivNX {
+namespace UI {
+
+namespace detail {
+PushButton* lookUp(Dialog& d, const std::string& n, PushButton*) {
+    return d.GetPushButton(n);
+}
+SingleSelectList* lookUp(Dialog& d, const std::string& n, SingleSelectList*) {
+    return d.GetSingleSelectList(n);
+}
+OptionMenu* lookUp(Dialog& d, const std::string& n, OptionMenu*) {
+    return d.GetOptionMenu(n);
+}
+StringItem* lookUp(Dialog& d, const std::string& n, StringItem*) {
+    return d.GetStringItem(n);
+}
+WideString* lookUp(Dialog& d, const std::string& n, WideString*) {
+    return d.GetWideString(n);
+}
+MultiTextBox* lookUp(Dialog& d, const std::string& n, MultiTextBox*) {
+    return d.GetMultiTextBox(n);
+}
+RadioBox* lookUp(Dialog& d, const std::string& n, RadioBox*) {
+    return d.GetRadioBox(n);
+}
+IntegerItem* lookUp(Dialog& d, const std::string& n, IntegerItem*) {
+    return d.GetIntegerItem(n);
+}
+RealItem* lookUp(Dialog& d, const std::string& n, RealItem*) {
+    return d.GetRealItem(n);
+}
+Toggle* lookUp(Dialog& d, const std::string& n, Toggle*) {
+    return d.GetToggle(n);
+}
+ColorTool* lookUp(Dialog& d, const std::string& n, ColorTool*) {
+    return d.GetColorTool(n);
+}
+GroupBox* lookUp(Dialog& d, const std::string& n, GroupBox*) {
+    return d.GetGroupBox(n);
+}
+LabelItem* lookUp(Dialog& d, const std::string& n, LabelItem*) {
+    return d.GetLabelItem(n);
+}
+} // namespace detail
+
+/// The callback NX holds for one handler: it runs the handler, then the update functions. NX
+/// keeps clones of it; every clone calls back into the same dialog controller.
+class NXDialogBase::HandlerCallback : public NXOpen::Callback1<DialogState, StylerEvent*> {
+public:
+    HandlerCallback(NXDialogBase* dialog, StylerHandler handler)
+        : m_dialog(dialog), m_handler(std::move(handler)) {}
+
+    DialogState operator()(StylerEvent* event) const override {
+        return m_dialog->dispatch(m_handler, event);
+    }
+    NXOpen::BaseCallback* Clone() const override { return new HandlerCallback(*this); }
+    bool Equals(const NXOpen::BaseCallback& other) const override { return &other == this; }
+
+private:
+    NXDialogBase* m_dialog;
+    StylerHandler m_handler;
+};
+
+NXDialogBase::NXDialogBase(const std::string& dialogResourceFile, const std::string& dialogName)
+    : m_dialogResourceFile(dialogResourceFile), m_dialogName(dialogName) {}
+
+NXDialogBase::~NXDialogBase() = default;
+
+void NXDialogBase::checkShowPreconditions() const {}
+
+DialogResponse NXDialogBase::show() {
+    checkShowPreconditions();
+    std::unique_ptr<Dialog> dialog(
+        NXOpen::UI::GetUI()->Styler()->CreateStylerDialog(m_dialogResourceFile));
+    m_dialog = dialog.get();
+    m_callbacks.clear();
+    m_updates.clear();
+    struct Release {
+        NXDialogBase& base;
+        ~Release() {
+            base.m_dialogItem.reset();
+            base.m_dialog = nullptr;
+        }
+    } release{*this};
+    m_dialogItem.reset(new DialogItem(*dialog->GetDialogIndex("UF_STYLER_DIALOG_INDEX")));
+    initializeDialog();
+    return dialog->Show();
+}
+
+Dialog& NXDialogBase::openDialog() const {
+    assert(m_dialog && "controls exist only while the dialog is shown");
+    return *m_dialog;
+}
+
+boost::shared_ptr<DialogItem> NXDialogBase::dialogItem() const {
+    assert(m_dialogItem && "the dialog item exists only while the dialog is shown");
+    return m_dialogItem;
+}
+
+const NXOpen::Callback1<DialogState, StylerEvent*>&
+NXDialogBase::registerStylerCB(const StylerHandler& handler) {
+    m_callbacks.push_back(std::make_unique<HandlerCallback>(this, handler));
+    return *m_callbacks.back();
+}
+
+void NXDialogBase::addUpdateHandler(StylerItem* item, const UpdateFunction& update) {
+    m_updates.push_back({item, update});
+}
+
+void NXDialogBase::runUpdateHandlers() {
+    for (const Update& entry : m_updates) {
+        entry.update(entry.item);
+    }
+}
+
+DialogState NXDialogBase::dispatch(const StylerHandler& handler, StylerEvent* event) {
+    const DialogState state = handler(event);
+    runUpdateHandlers();
+    return state;
+}
+
+} // namespace UI
+} // namespace KivNX

@@ -1,0 +1,78 @@
+#pragma once
+
+#include <NXOpen/UIStyler_PushButton.hxx>
+#include <NXOpen/UIStyler_StylerEvent.hxx>
+
+#include <boost/shared_ptr.hpp>
+
+#include <string>
+#include <vector>
+
+namespace QorBorder {
+class BlockLocation;
+}
+namespace KivNX {
+namespace UI {
+class OptionMenu;
+class SingleSelectList;
+} // namespace UI
+} // namespace KivNX
+
+namespace QorBorderConf {
+
+class MainDialog;
+
+/// The main dialog's page of block locations, one block layout at a time. New, edit and copy
+/// need the block location dialog, which this program does not have yet: those buttons stay
+/// insensitive until it does.
+class LocationsPage {
+public:
+    explicit LocationsPage(MainDialog& mainDialog) : m_main(mainDialog) {}
+
+    void bindControls();
+    /// Offers the IDs of every known block layout in "BLOCK_FILTER"; with none known, the menu
+    /// keeps what it had.
+    void refreshFilter();
+    /// Rebuilds the list from the active document's locations of the filter's block.
+    void refreshList();
+
+    /// The row text of a location: "L1(Style ID: Any Style)".
+    static std::string rowText(const QorBorder::BlockLocation& location);
+
+    /// The block ID the filter shows.
+    std::string filterBlockId() const;
+    const boost::shared_ptr<KivNX::UI::SingleSelectList>& list() const { return m_list; }
+
+private:
+    using DialogState = NXOpen::UIStyler::DialogState;
+    using StylerEvent = NXOpen::UIStyler::StylerEvent;
+    using StylerItem = NXOpen::UIStyler::StylerItem;
+
+    DialogState onBlockFilterActivated(StylerEvent* event);
+    DialogState onLocationListActivated(StylerEvent* event);
+    DialogState onDeleteLocationActivated(StylerEvent* event);
+    DialogState onMoveLocationUpActivated(StylerEvent* event);
+    DialogState onMoveLocationDownActivated(StylerEvent* event);
+    void updateListSensitivity(StylerItem* item);
+    void updateDeleteLocationSensitivity(StylerItem* item);
+    void updateMoveUpSensitivity(StylerItem* item);
+    void updateMoveDownSensitivity(StylerItem* item);
+
+    /// Exchanges the values of the locations at rows `a` and `b`; both stay where they are in
+    /// the document, so their order changes.
+    void swapLocations(int a, int b);
+
+    MainDialog& m_main;
+    /// The locations shown, row i being element i.
+    std::vector<boost::shared_ptr<const QorBorder::BlockLocation>> m_rows;
+    boost::shared_ptr<KivNX::UI::OptionMenu> m_blockFilter;
+    boost::shared_ptr<KivNX::UI::SingleSelectList> m_list;
+    boost::shared_ptr<NXOpen::UIStyler::PushButton> m_newLocation;
+    boost::shared_ptr<NXOpen::UIStyler::PushButton> m_editLocation;
+    boost::shared_ptr<NXOpen::UIStyler::PushButton> m_copyLocation;
+    boost::shared_ptr<NXOpen::UIStyler::PushButton> m_deleteLocation;
+    boost::shared_ptr<NXOpen::UIStyler::PushButton> m_moveUp;
+    boost::shared_ptr<NXOpen::UIStyler::PushButton> m_moveDown;
+};
+
+} // namespace QorBorderConf

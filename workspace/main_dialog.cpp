@@ -1,0 +1,298 @@
+#include "workspace/main_dialog.h"
+
+#include "model/def_document_manager.h"
+#include "ui/message_dialogs.h"
+#include "ui/sensitivity.h"
+#include "ui/single_select_list.h"
+#include "workspace/busy_indicator.h"
+#include "workspace/file_select_dialog.h"
+#include "workspace/main_dialog_names.h"
+
+#include <NXOpen/ListingWindow.hxx>
+#include <NXOpen/Session.hxx>
+
+#include <boost/make_shared.hpp>
+
+#include <cassert>
+
+using namespace NXOpen::UIStyler;
+namespace Names = QorBorderConf::MainDialogNames;
+
+namespace QorBorderConf {
+
+namespace {
+
+bool acceptsFileChoice(DialogResponse response) {
+    // A double-click in the file select dialog ends it with 9; opening and choosing a target
+    // take that like OK.
+    return response == DialogResponseOk || response == DialogResponseCbTerminate;
+}
+
+} // namespace
+
+MainDialog::MainDialog()
+    : NXDialogBase(Names::kResourceFile, Names::kDialogName), m_bordersPage(*this),
+      m_blocksPage(*this), m_locationsPage(*this), m_translationsPage(*this) {}
+
+void MainDialog::initializeDialog() {
+    dialogItem()->AddConstructHandler(
+        registerStylerCB(Base::makeFunctor(this, &MainDialog::onConstruct)), false);
+
+    m_fileInfo = getControl<GroupBox>(Names::FILEINFO);
+    addUpdateHandler(m_fileInfo.get(),
+                     Base::makeFunctor(this, &MainDialog::updateFileInfoSensitivity));
+    m_location = getControl<LabelItem>(Names::LOCATION);
+    m_fileName = getControl<LabelItem>(Names::FILENAME);
+
+    m_newFile = getControl<PushButton>(Names::NEW_FILE);
+    m_newFile->AddActivateHandler(
+        registerStylerCB(Base::makeFunctor(this, &MainDialog::onNewFileActivated)), false);
+    m_openFile = getControl<PushButton>(Names::OPEN_FILE);
+    m_openFile->AddActivateHandler(
+        registerStylerCB(Base::makeFunctor(this, &MainDialog::onOpenFileActivated)), true);
+    m_saveFile = getControl<PushButton>(Names::SAVE_FILE);
+    m_saveFile->AddActivateHandler(
+        registerStylerCB(Base::makeFunctor(this, &MainDialog::onSaveFileActivated)), true);
+    addUpdateHandler(m_saveFile.get(),
+                     Base::makeFunctor(this, &MainDialog::updateSaveFileSensitivity));
+    m_saveAsFile = getControl<PushButton>(Names::SAVEAS_FILE);
+    m_saveAsFile->AddActivateHandler(
+        registerStylerCB(Base::makeFunctor(this, &MainDialog::onSaveAsFileActivated)), true);
+    addUpdateHandler(m_saveAsFile.get(),
+                     Base::makeFunctor(this, &MainDialog::updateSaveAsFileSensitivity));
+    m_saveAll = getControl<PushButton>(Names::SAVE_ALL);
+    m_saveAll->AddActivateHandler(
+        registerStylerCB(Base::makeFunctor(this, &MainDialog::onSaveAllActivated)), false);
+    addUpdateHandler(m_saveAll.get(),
+                     Base::makeFunctor(this, &MainDialog::updateSaveAllSensitivity));
+    m_moveItems = getControl<PushButton>(Names::MOVE_ITEMS);
+    m_moveItems->AddActivateHandler(
+        registerStylerCB(Base::makeFunctor(this, &MainDialog::onMoveItemsActivated)), true);
+    addUpdateHandler(m_moveItems.get(),
+                     Base::makeFunctor(this, &MainDialog::updateMoveItemsSensitivity));
+    m_fileSummary = getControl<PushButton>(Names::FILE_SUMMARY);
+    m_fileSummary->AddActivateHandler(
+        registerStylerCB(Base::makeFunctor(this, &MainDialog::onFileSummaryActivated)), false);
+
+    m_bordersPage.bindControls();
+    m_blocksPage.bindControls();
+    m_locationsPage.bindControls();
+    m_translationsPage.bindControls();
+}
+
+DialogState MainDialog::onConstruct(StylerEvent* /*event*/) {
+    m_locationsPage.refreshFilter();
+    m_activeDocument.reset();
+    updateLabels();
+    return DialogStateContinueDialog;
+}
+
+DialogState MainDialog::onNewFileActivated(StylerEvent* /*event*/) {
+    m_activeDocument = boost::make_shared<QorBorder::DefinitionDocument>("");
+    refreshAll();
+    return DialogStateContinueDialog;
+}
+
+DialogState MainDialog::onOpenFileActivated(StylerEvent* /*event*/) {
+    FileSelectDialog fileSelect(boost::filesystem::path(), FileSelectDialog::OpenMode);
+    if (acceptsFileChoice(fileSelect.show())) {
+        m_activeDocument = QorBorder::DefDocumentManager().getDocument(fileSelect.selectedPath());
+        assert(m_activeDocument);
+        refreshAll();
+    }
+    return DialogStateContinueDialog;
+}
+
+DialogState MainDialog::onSaveFileActivated(StylerEvent* /*event*/) {
+    if (m_activeDocument->filename().empty()) {
+        saveActiveDocumentAs();
+    } else {
+        BusyIndicator busy;
+        m_activeDocument->save();
+    }
+    return DialogStateContinueDialog;
+}
+
+DialogState MainDialog::onSaveAsFileActivated(StylerEvent* /*event*/) {
+    saveActiveDocumentAs();
+    return DialogStateContinueDialog;
+}
+
+void MainDialog::saveActiveDocumentAs() {
+    FileSelectDialog fileSelect(boost::filesystem::path(), FileSelectDialog::SaveAsMode);
+    if (fileSelect.show() != DialogResponseOk) {
+        return;
+    }
+    const boost::filesystem::path path = fileSelect.selectedPath();
+    QorBorder::DefDocumentManagerImpl& manager = QorBorder::DefDocumentManager();
+    if (manager.hasDocument(path)) {
+        KivNX::UI::errorDialog("Error", "Document name already exists.");
+        return;
+    }
+    m_activeDocument = boost::make_shared<QorBorder::DefinitionDocument>(*m_activeDocument);
+    {
+        BusyIndicator busy;
+        m_activeDocument->save(path);
+    }
+    manager.addDocument(m_activeDocument);
+    updateLabels();
+}
+
+DialogState MainDialog::onSaveAllActivated(StylerEvent* /*event*/) {
+    BusyIndicator busy;
+    QorBorder::DefDocumentManager().saveAll();
+    return DialogStateContinueDialog;
+}
+
+DialogState MainDialog::onFileSummaryActivated(StylerEvent* /*event*/) {
+    if (!m_activeDocument) {
+        return DialogStateContinueDialog;
+    }
+    std::string text = "Contents of " + m_activeDocument->filename();
+    text += "\n \nBorders:\n \n";
+    for (const auto& border : m_bordersPage.rows()) {
+        text += border->informationString() + "\n";
+    }
+    text += " \nBlocks:\n \n";
+    for (const auto& block : m_blocksPage.rows()) {
+        text += block->informationString() + "\n";
+    }
+    NXOpen::ListingWindow* listing = NXOpen::Session::GetSession()->ListingWindow();
+    if (!listing->IsOpen()) {
+        listing->Open();
+    }
+    listing->WriteLine(text);
+    return DialogStateContinueDialog;
+}
+
+DialogState MainDialog::onMoveItemsActivated(StylerEvent* /*event*/) {
+    const bool block = m_blocksPage.list()->HasSelection();
+    const bool border = !block && m_bordersPage.list()->HasSelection();
+    const bool location = !block && !border && m_locationsPage.list()->HasSelection();
+    const bool translation =
+        !block && !border && !location && m_translationsPage.list()->HasSelection();
+    if (!(block || border || location || translation) || !m_activeDocument) {
+        return DialogStateContinueDialog;
+    }
+
+    FileSelectDialog fileSelect(m_activeDocument->filename(), FileSelectDialog::OpenMode);
+    if (!acceptsFileChoice(fileSelect.show())) {
+        return DialogStateContinueDialog;
+    }
+    const boost::shared_ptr<QorBorder::DefinitionDocument> target =
+        QorBorder::DefDocumentManager().getDocument(fileSelect.selectedPath());
+    assert(target);
+    if (block) {
+        moveSelectedBlock(*target);
+    } else if (border) {
+        moveSelectedBorder(*target);
+    } else if (location) {
+        moveSelectedLocation(*target);
+    } else {
+        moveSelectedTranslation(*target);
+    }
+    return DialogStateContinueDialog;
+}
+
+void MainDialog::moveSelectedBlock(QorBorder::DefinitionDocument& target) {
+    const std::string id =
+        m_blocksPage.rows()
+            .at(static_cast<std::size_t>(m_blocksPage.list()->SelectedIndexValue()))
+            ->id;
+    const auto source = m_activeDocument->getBlockLayout(id);
+    assert(source);
+    target.addBlockLayout(boost::make_shared<QorBorder::BlockLayout>(*source));
+    m_activeDocument->deleteBlockLayout(id);
+    m_blocksPage.refreshList();
+    m_locationsPage.refreshFilter();
+}
+
+void MainDialog::moveSelectedBorder(QorBorder::DefinitionDocument& target) {
+    const std::string id =
+        m_bordersPage.rows()
+            .at(static_cast<std::size_t>(m_bordersPage.list()->SelectedIndexValue()))
+            ->id;
+    const auto source = m_activeDocument->getBorderLayout(id);
+    assert(source);
+    target.addBorderLayout(boost::make_shared<QorBorder::BorderLayout>(*source));
+    m_activeDocument->deleteBorderLayout(id);
+    m_bordersPage.refreshList();
+}
+
+void MainDialog::moveSelectedLocation(QorBorder::DefinitionDocument& target) {
+    const std::string blockId = m_locationsPage.filterBlockId();
+    const int index = m_locationsPage.list()->SelectedIndexValue();
+    const auto source = m_activeDocument->getBlockLocation(blockId, index);
+    assert(source);
+    target.addBlockLocation(boost::make_shared<QorBorder::BlockLocation>(*source));
+    m_activeDocument->deleteBlockLocation(blockId, index);
+    m_locationsPage.refreshList();
+}
+
+void MainDialog::moveSelectedTranslation(QorBorder::DefinitionDocument& target) {
+    const std::string key = m_translationsPage.list()->SelectedString();
+    std::map<std::string, std::string> targetTranslations;
+    target.fieldTranslations(targetTranslations);
+    // A translation the target already has is kept; the moved one is dropped.
+    targetTranslations.insert({key, m_translations[key]});
+    target.setFieldTranslations(targetTranslations);
+    m_translations.erase(key);
+    m_activeDocument->setFieldTranslations(m_translations);
+    m_translationsPage.refreshList();
+}
+
+void MainDialog::refreshAll() {
+    m_translations.clear();
+    if (m_activeDocument) {
+        m_activeDocument->fieldTranslations(m_translations);
+    }
+    m_translationsPage.refreshList();
+    m_bordersPage.refreshList();
+    m_blocksPage.refreshList();
+    m_locationsPage.refreshList();
+    updateLabels();
+}
+
+void MainDialog::updateLabels() {
+    if (m_activeDocument) {
+        m_fileName->SetLabel(m_activeDocument->displayName());
+        m_location->SetLabel(m_activeDocument->displayLocation());
+    } else {
+        m_fileName->SetLabel("No active file");
+        m_location->SetLabel("???");
+    }
+}
+
+void MainDialog::deselectListsOtherThan(const KivNX::UI::SingleSelectList* keep) {
+    for (const auto& list : {m_bordersPage.list(), m_blocksPage.list(), m_locationsPage.list(),
+                             m_translationsPage.list()}) {
+        if (list.get() != keep && list->HasSelection()) {
+            list->DeselectSubItem(list->SelectedIndexValue());
+        }
+    }
+}
+
+void MainDialog::updateFileInfoSensitivity(StylerItem* item) {
+    KivNX::UI::setSensitivity(item, m_activeDocument != nullptr);
+}
+
+void MainDialog::updateSaveFileSensitivity(StylerItem* item) {
+    KivNX::UI::setSensitivity(item, m_activeDocument && m_activeDocument->modified);
+}
+
+void MainDialog::updateSaveAsFileSensitivity(StylerItem* item) {
+    KivNX::UI::setSensitivity(item, m_activeDocument != nullptr);
+}
+
+void MainDialog::updateSaveAllSensitivity(StylerItem* item) {
+    KivNX::UI::setSensitivity(item, QorBorder::DefDocumentManager().isAnyModified());
+}
+
+void MainDialog::updateMoveItemsSensitivity(StylerItem* item) {
+    KivNX::UI::setSensitivity(item, m_blocksPage.list()->HasSelection() ||
+                                        m_bordersPage.list()->HasSelection() ||
+                                        m_locationsPage.list()->HasSelection() ||
+                                        m_translationsPage.list()->HasSelection());
+}
+
+} // namespace QorBorderConf
