@@ -30,6 +30,12 @@ int enterCall(const char* call);
 /// As enterCall, but throws NXException for an injected fault (NX Open methods).
 void enterMethod(const char* call);
 
+/// "a push button", "an option menu".
+inline std::string withArticle(const std::string& noun) {
+    bool vowel = !noun.empty() && std::string("aeiou").find(noun[0]) != std::string::npos;
+    return (vowel ? "an " : "a ") + noun;
+}
+
 /// An object of the item's own UIStyler class (PushButton, ...) bound to it.
 std::unique_ptr<NXOpen::UIStyler::StylerItem> makeItemObject(RuntimeItem* item);
 

@@ -48,7 +48,8 @@ StylerItem::StylerItem(void* ptr) : m_item(nxsim::itemForHandle(ptr)) {
 StylerItem::StylerItem(void* ptr, ItemKind kind) : StylerItem(ptr) {
     if (m_item->kind() != kind) {
         nxsim::detail::raise(nxsim::ErrorCode::WrongItemKind,
-                             m_item->describe() + " is not a " + nxsim::kindDescription(kind));
+                             m_item->describe() + " is not " +
+                                 nxsim::detail::withArticle(nxsim::kindDescription(kind)));
     }
 }
 
@@ -551,9 +552,10 @@ T* Dialog::get(const NXString& name, ItemKind kind) {
     }
     if (item->kind() != kind) {
         nxsim::detail::raise(nxsim::ErrorCode::WrongItemKind,
-                             "item " + key + " of " + where + " is a " +
-                                 nxsim::kindDescription(item->kind()) + ", not a " +
-                                 nxsim::kindDescription(kind));
+                             "item " + key + " of " + where + " is " +
+                                 nxsim::detail::withArticle(nxsim::kindDescription(item->kind())) +
+                                 ", not " +
+                                 nxsim::detail::withArticle(nxsim::kindDescription(kind)));
     }
     auto object = std::make_unique<T>(static_cast<void*>(item));
     T* result = object.get();

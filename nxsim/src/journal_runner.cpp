@@ -1,5 +1,6 @@
 #include <nxsim/journal_runner.h>
 
+#include "internal.h"
 #include "platform_state.h"
 
 #include <nxsim/platform.h>

@@ -534,10 +534,12 @@ RuntimeItem& RuntimeDialog::actionTarget(const std::string& name, const char* ac
     if (std::find(kinds.begin(), kinds.end(), target->kind()) == kinds.end()) {
         std::string wanted;
         for (ItemKind k : kinds) {
-            wanted += std::string(wanted.empty() ? "" : " or ") + kindDescription(k);
+            wanted +=
+                std::string(wanted.empty() ? "" : " or ") + detail::withArticle(kindDescription(k));
         }
         refuse(std::string("cannot ") + action + " " + name + " of dialog " + journalName() +
-               ": it is a " + kindDescription(target->kind()) + ", not a " + wanted);
+               ": it is " + detail::withArticle(kindDescription(target->kind())) + ", not " +
+               wanted);
     }
     if (!target->effectivelyVisible()) {
         refuse(std::string("cannot ") + action + " " + name + " of dialog " + journalName() +

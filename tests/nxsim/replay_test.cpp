@@ -1,0 +1,106 @@
+#include "testutil/temp_dir.h"
+
+#include <boost/filesystem/operations.hpp>
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <string>
+#include <sys/wait.h>
+
+namespace {
+
+namespace fs = boost::filesystem;
+
+const std::string kJournals = std::string(NXSIM_TEST_DATA) + "/journals/";
+
+struct ReplayRun {
+    int exitCode;
+    std::string output;
+};
+
+/// Runs qorfmt-replay with the test dialogs and parts reachable, in the parts directory.
+ReplayRun replay(const std::string& arguments) {
+    TestUtil::TempDir out;
+    const std::string command = "cd '" + std::string(NXSIM_TEST_DATA) +
+                                "/parts' && QORFMT_RESOURCE_PATH='" + std::string(NXSIM_TEST_DATA) +
+                                "/dlg' '" + NXSIM_REPLAY + "' " + arguments + " > '" +
+                                (out.path() / "out").string() + "' 2>&1";
+    int status = std::system(command.c_str());
+    return ReplayRun{WIFEXITED(status) ? WEXITSTATUS(status) : -1,
+                     TestUtil::readFile(out.path() / "out")};
+}
+
+std::string library() {
+    return std::string(" --library '") + NXSIM_TEST_UFUNC + "'";
+}
+
+TEST(Replay, JournalThatRunsToItsEndExitsWith0) {
+    TestUtil::TempDir site;
+    ReplayRun r =
+        replay("'" + kJournals + "passes.jnl' --site '" + site.path().string() + "'" + library());
+    EXPECT_EQ(r.exitCode, 0) << r.output;
+    EXPECT_EQ(r.output, "");
+}
+
+TEST(Replay, SiteConfigurationAndSearchPathReachTheLibrary) {
+    TestUtil::TempDir site;
+    std::string text = TestUtil::readFile(kJournals + "environment.jnl");
+    text.replace(text.find("@SITE@"), 6, fs::canonical(site.path()).string());
+    auto journal = site.write("env.jnl", text);
+    ReplayRun r =
+        replay("'" + journal.string() + "' --site '" + fs::canonical(site.path()).string() +
+               "' --configuration conf1 --search-path /a:/b" + library());
+    EXPECT_EQ(r.exitCode, 0) << r.output;
+}
+
+TEST(Replay, FirstFailureExitsWith1AndFileLine) {
+    TestUtil::TempDir site;
+    ReplayRun r =
+        replay("'" + kJournals + "fails.jnl' --site '" + site.path().string() + "'" + library());
+    EXPECT_EQ(r.exitCode, 1);
+    EXPECT_EQ(r.output, kJournals +
+                            "fails.jnl:4: the message box shown is `message information \"Info\" "
+                            "\"Hello \"`, not `message information \"Info\" \"Hello there\"`\n");
+}
+
+TEST(Replay, SyntaxErrorExitsWith1AndFileLine) {
+    ReplayRun r = replay("'" + kJournals + "syntax.jnl'" + library());
+    EXPECT_EQ(r.exitCode, 1);
+    EXPECT_EQ(r.output, kJournals + "syntax.jnl:3: `press` needs an item name\n");
+}
+
+TEST(Replay, MissingLibraryIsASetupErrorNamingIt) {
+    ReplayRun r =
+        replay("'" + kJournals + "passes.jnl' --library /nonexistent/libqorfmt_configure.so");
+    EXPECT_EQ(r.exitCode, 2);
+    EXPECT_EQ(r.output, "qorfmt-replay: /nonexistent/libqorfmt_configure.so: the user-function "
+                        "library does not exist (is it built?)\n");
+}
+
+TEST(Replay, DefaultLibraryIsTheOneBesideTheProgram) {
+    ReplayRun r = replay("'" + kJournals + "passes.jnl'");
+    const std::string beside =
+        (fs::path(NXSIM_REPLAY).parent_path() / "libqorfmt_configure.so").string();
+    if (fs::exists(beside)) {
+        GTEST_SKIP() << "the configurator is built beside the program";
+    }
+    EXPECT_EQ(r.exitCode, 2);
+    EXPECT_NE(r.output.find(beside), std::string::npos) << r.output;
+}
+
+TEST(Replay, LibraryWithoutUfusrIsASetupError) {
+    ReplayRun r = replay("'" + kJournals + "passes.jnl' --library '" + NXSIM_REPLAY + "'");
+    EXPECT_EQ(r.exitCode, 2) << r.output;
+}
+
+TEST(Replay, UsageErrorsExitWith2) {
+    EXPECT_EQ(replay("").exitCode, 2);
+    EXPECT_EQ(replay("a.jnl --frobnicate").exitCode, 2);
+    EXPECT_EQ(replay("a.jnl --site").exitCode, 2);
+    ReplayRun missing = replay("/nonexistent/j.jnl" + library());
+    EXPECT_EQ(missing.exitCode, 2);
+    EXPECT_EQ(missing.output, "qorfmt-replay: /nonexistent/j.jnl: cannot be read\n");
+}
+
+} // namespace
