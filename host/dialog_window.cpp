@@ -1,0 +1,643 @@
+#include "dialog_window.h"
+
+#include "session_recorder.h"
+
+#include <QAbstractItemView>
+#include <QButtonGroup>
+#include <QCheckBox>
+#include <QCloseEvent>
+#include <QComboBox>
+#include <QDoubleValidator>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QIntValidator>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QSignalBlocker>
+#include <QSpinBox>
+#include <QStandardItemModel>
+#include <QTabWidget>
+#include <QVBoxLayout>
+
+namespace QorfmtHost {
+
+using nxsim::ItemKind;
+using nxsim::JournalStep;
+using nxsim::RuntimeItem;
+using nxsim::StepKind;
+
+namespace {
+
+QString qs(const std::string& text) {
+    return QString::fromStdString(text);
+}
+
+std::string joinLines(const std::vector<std::string>& lines) {
+    std::string text;
+    for (std::size_t i = 0; i < lines.size(); ++i) {
+        text += (i ? "\n" : "") + lines[i];
+    }
+    return text;
+}
+
+QStringList toStringList(const std::vector<std::string>& entries) {
+    QStringList list;
+    for (const std::string& e : entries) {
+        list << qs(e);
+    }
+    return list;
+}
+
+void setWidthHint(QWidget* widget, int characters) {
+    if (characters > 0) {
+        widget->setMinimumWidth(widget->fontMetrics().averageCharWidth() * characters + 12);
+    }
+}
+
+// Text controls sit beside their caption; lists and multi-line texts below it.
+bool captionBeside(ItemKind kind) {
+    return kind == ItemKind::StringItem || kind == ItemKind::WideString ||
+           kind == ItemKind::IntegerItem || kind == ItemKind::RealItem ||
+           kind == ItemKind::OptionMenu || kind == ItemKind::ColorTool;
+}
+
+} // namespace
+
+DialogWindow::DialogWindow(nxsim::RuntimeDialog& dialog, bool interactive, QWidget* parent)
+    : QDialog(parent), m_dialog(dialog), m_interactive(interactive) {
+    setObjectName(qs(dialog.journalName()));
+    setModal(true);
+    setSizeGripEnabled(true);
+    auto* layout = new QVBoxLayout(this);
+    for (const nxsim::DlgElement& element : dialog.layout().elements) {
+        if (QWidget* widget = build(element)) {
+            layout->addWidget(widget);
+        }
+    }
+    layout->addStretch(1);
+    buildNavigation(layout);
+    refreshAll();
+    refreshDialog();
+    m_dialog.addObserver(this);
+}
+
+DialogWindow::~DialogWindow() {
+    m_dialog.removeObserver(this);
+}
+
+QWidget* DialogWindow::build(const nxsim::DlgElement& element) {
+    switch (element.kind) {
+    case ItemKind::TabControl: {
+        auto* tabs = new QTabWidget;
+        for (const nxsim::DlgElement& page : element.children) {
+            auto* pageWidget = new QWidget;
+            auto* pageLayout = new QVBoxLayout(pageWidget);
+            for (const nxsim::DlgElement& child : page.children) {
+                if (QWidget* widget = build(child)) {
+                    pageLayout->addWidget(widget);
+                }
+            }
+            pageLayout->addStretch(1);
+            tabs->addTab(pageWidget, qs(page.label));
+        }
+        return tabs;
+    }
+    case ItemKind::Row: {
+        auto* row = new QWidget;
+        auto* rowLayout = new QHBoxLayout(row);
+        rowLayout->setContentsMargins(0, 0, 0, 0);
+        for (const nxsim::DlgElement& child : element.children) {
+            if (QWidget* widget = build(child)) {
+                rowLayout->addWidget(widget);
+            }
+        }
+        return row;
+    }
+    case ItemKind::TabPage:
+    case ItemKind::Dialog:
+        return nullptr;
+    default:
+        break;
+    }
+    RuntimeItem* item = m_dialog.itemFor(element);
+    if (!item) {
+        return nullptr;
+    }
+    return buildItem(element, *item);
+}
+
+QWidget* DialogWindow::buildItem(const nxsim::DlgElement& element, RuntimeItem& item) {
+    View view;
+    view.item = &item;
+    QWidget* control = nullptr;
+    switch (element.kind) {
+    case ItemKind::PushButton:
+        control = new QPushButton;
+        break;
+    case ItemKind::SingleSelectList: {
+        auto* list = new QListWidget;
+        list->setSelectionMode(QAbstractItemView::SingleSelection);
+        if (element.rows > 0) {
+            list->setMinimumHeight(list->fontMetrics().lineSpacing() * element.rows + 8);
+        }
+        control = list;
+        break;
+    }
+    case ItemKind::OptionMenu:
+        control = new QComboBox;
+        break;
+    case ItemKind::StringItem:
+    case ItemKind::WideString:
+        control = new QLineEdit;
+        break;
+    case ItemKind::IntegerItem: {
+        auto* edit = new QLineEdit;
+        edit->setValidator(new QIntValidator(edit));
+        control = edit;
+        break;
+    }
+    case ItemKind::RealItem: {
+        auto* edit = new QLineEdit;
+        auto* validator = new QDoubleValidator(edit);
+        validator->setLocale(QLocale::c());
+        edit->setValidator(validator);
+        control = edit;
+        break;
+    }
+    case ItemKind::MultiTextBox: {
+        auto* edit = new QPlainTextEdit;
+        if (element.rows > 0) {
+            edit->setMinimumHeight(edit->fontMetrics().lineSpacing() * element.rows + 12);
+        }
+        control = edit;
+        break;
+    }
+    case ItemKind::RadioBox: {
+        auto* box = new QGroupBox;
+        auto* boxLayout = new QVBoxLayout(box);
+        view.radios = new QButtonGroup(box);
+        for (std::size_t i = 0; i < element.entries.size(); ++i) {
+            auto* button = new QRadioButton(qs(element.entries[i]));
+            view.radios->addButton(button, static_cast<int>(i));
+            boxLayout->addWidget(button);
+        }
+        control = box;
+        break;
+    }
+    case ItemKind::Toggle:
+        control = new QCheckBox;
+        break;
+    case ItemKind::ColorTool: {
+        auto* spin = new QSpinBox;
+        spin->setRange(0, 216);
+        control = spin;
+        break;
+    }
+    case ItemKind::GroupBox: {
+        auto* group = new QGroupBox;
+        auto* groupLayout = new QVBoxLayout(group);
+        for (const nxsim::DlgElement& child : element.children) {
+            if (QWidget* widget = build(child)) {
+                groupLayout->addWidget(widget);
+            }
+        }
+        control = group;
+        break;
+    }
+    case ItemKind::LabelItem: {
+        auto* label = new QLabel;
+        label->setWordWrap(true);
+        control = label;
+        break;
+    }
+    default:
+        return nullptr;
+    }
+    control->setObjectName(qs(item.name()));
+    if (element.kind != ItemKind::SingleSelectList && element.kind != ItemKind::MultiTextBox) {
+        setWidthHint(control, element.width);
+    } else if (element.width > 0) {
+        setWidthHint(control, element.width);
+    }
+    view.control = control;
+    view.container = control;
+    const bool separateCaption = captionBeside(element.kind) ||
+                                 element.kind == ItemKind::SingleSelectList ||
+                                 element.kind == ItemKind::MultiTextBox;
+    if (separateCaption) {
+        auto* box = new QWidget;
+        QBoxLayout* boxLayout = captionBeside(element.kind)
+                                    ? static_cast<QBoxLayout*>(new QHBoxLayout(box))
+                                    : static_cast<QBoxLayout*>(new QVBoxLayout(box));
+        boxLayout->setContentsMargins(0, 0, 0, 0);
+        view.caption = new QLabel;
+        view.caption->setBuddy(control);
+        boxLayout->addWidget(view.caption);
+        boxLayout->addWidget(control, 1);
+        view.container = box;
+    }
+    auto inserted = m_views.emplace(&item, view);
+    if (!item.name().empty()) {
+        m_byName.emplace(item.name(), &item);
+    }
+    connectItem(inserted.first->second);
+    return view.container;
+}
+
+void DialogWindow::buildNavigation(QBoxLayout* layout) {
+    const nxsim::DlgNavigation& nav = m_dialog.layout().navigation;
+    const bool present[4] = {nav.ok, nav.apply, nav.back, nav.cancel};
+    const char* texts[4] = {"OK", "Apply", "Back", "Cancel"};
+    auto* row = new QHBoxLayout;
+    row->addStretch(1);
+    for (int i = 0; i < 4; ++i) {
+        if (!present[i]) {
+            continue;
+        }
+        auto* button = new QPushButton(tr(texts[i]));
+        button->setAutoDefault(false);
+        button->setObjectName(QString("navigation_") + texts[i]);
+        m_navigation[i] = button;
+        row->addWidget(button);
+    }
+    layout->addLayout(row);
+    if (m_navigation[0]) {
+        connect(m_navigation[0], &QPushButton::clicked, this,
+                [this] { act(step(StepKind::Ok), [this] { m_dialog.ok(); }); });
+    }
+    if (m_navigation[3]) {
+        connect(m_navigation[3], &QPushButton::clicked, this,
+                [this] { act(step(StepKind::Cancel), [this] { m_dialog.cancel(); }); });
+    }
+    // The runtime gives Apply and Back no action; they show their state and say so.
+    for (int i : {1, 2}) {
+        if (m_navigation[i]) {
+            connect(m_navigation[i], &QPushButton::clicked, this, [this, i] {
+                emit notice(
+                    tr("%1 has no function in this host").arg(tr(i == 1 ? "Apply" : "Back")));
+            });
+        }
+    }
+}
+
+void DialogWindow::connectItem(View& view) {
+    const std::string name = view.item->name();
+    QWidget* control = view.control;
+    switch (view.item->kind()) {
+    case ItemKind::PushButton:
+        connect(static_cast<QPushButton*>(control), &QPushButton::clicked, this, [this, name] {
+            act(step(StepKind::Press, name), [this, name] { m_dialog.press(name); });
+        });
+        break;
+    case ItemKind::SingleSelectList: {
+        auto* list = static_cast<QListWidget*>(control);
+        connect(list, &QListWidget::itemSelectionChanged, this, [this, list, name] {
+            if (m_updating) {
+                return;
+            }
+            const QList<QListWidgetItem*> chosen = list->selectedItems();
+            if (chosen.isEmpty()) {
+                act(step(StepKind::Deselect, name), [this, name] { m_dialog.deselect(name); });
+                return;
+            }
+            const int row = list->row(chosen.front());
+            JournalStep s = step(StepKind::Select, name);
+            s.number = row;
+            act(s, [this, name, row] { m_dialog.select(name, row); });
+        });
+        connect(list, &QListWidget::itemDoubleClicked, this,
+                [this, list, name](QListWidgetItem* clicked) {
+                    const int row = list->row(clicked);
+                    JournalStep s = step(StepKind::DoubleClick, name);
+                    s.number = row;
+                    act(s, [this, name, row] { m_dialog.doubleClick(name, row); });
+                });
+        break;
+    }
+    case ItemKind::OptionMenu:
+        connect(static_cast<QComboBox*>(control), qOverload<int>(&QComboBox::activated), this,
+                [this, name](int index) {
+                    JournalStep s = step(StepKind::Choose, name);
+                    s.number = index;
+                    act(s, [this, name, index] { m_dialog.choose(name, index); });
+                });
+        break;
+    case ItemKind::RadioBox:
+        connect(view.radios, &QButtonGroup::idClicked, this, [this, name](int index) {
+            JournalStep s = step(StepKind::Choose, name);
+            s.number = index;
+            act(s, [this, name, index] { m_dialog.choose(name, index); });
+        });
+        break;
+    case ItemKind::StringItem:
+    case ItemKind::WideString:
+    case ItemKind::IntegerItem:
+    case ItemKind::RealItem: {
+        auto* edit = static_cast<QLineEdit*>(control);
+        connect(edit, &QLineEdit::textEdited, this,
+                [this, name](const QString& text) { typed(name, text.toStdString()); });
+        connect(edit, &QLineEdit::returnPressed, this, [this, name] {
+            act(step(StepKind::Enter, name), [this, name] { m_dialog.enter(name); });
+        });
+        // A half-typed number ("-") is not taken; leaving the field shows the value in force.
+        connect(edit, &QLineEdit::editingFinished, this, [this, edit] {
+            if (!m_dialog.ended()) {
+                refresh(m_views.at(m_byName.at(edit->objectName().toStdString())));
+            }
+        });
+        break;
+    }
+    case ItemKind::MultiTextBox: {
+        auto* edit = static_cast<QPlainTextEdit*>(control);
+        connect(edit, &QPlainTextEdit::textChanged, this, [this, edit, name] {
+            if (!m_updating) {
+                typed(name, edit->toPlainText().toStdString());
+            }
+        });
+        break;
+    }
+    case ItemKind::Toggle:
+        connect(static_cast<QCheckBox*>(control), &QCheckBox::clicked, this, [this, name](bool on) {
+            JournalStep s = step(StepKind::Toggle, name);
+            s.flag = on;
+            act(s, [this, name, on] { m_dialog.toggle(name, on); });
+        });
+        break;
+    case ItemKind::ColorTool:
+        connect(static_cast<QSpinBox*>(control), qOverload<int>(&QSpinBox::valueChanged), this,
+                [this, name](int value) {
+                    if (!m_updating) {
+                        typed(name, std::to_string(value));
+                    }
+                });
+        break;
+    default:
+        break;
+    }
+}
+
+void DialogWindow::refresh(const View& view) {
+    const RuntimeItem& item = *view.item;
+    QSignalBlocker blockControl(view.control);
+    QSignalBlocker blockRadios(view.radios);
+    const bool wasUpdating = m_updating;
+    m_updating = true;
+    view.container->setVisible(item.visible());
+    view.container->setEnabled(item.sensitive());
+    if (view.caption) {
+        view.caption->setText(qs(item.label()));
+        view.caption->setVisible(!item.label().empty());
+    }
+    switch (item.kind()) {
+    case ItemKind::PushButton:
+        static_cast<QPushButton*>(view.control)->setText(qs(item.label()));
+        break;
+    case ItemKind::SingleSelectList: {
+        auto* list = static_cast<QListWidget*>(view.control);
+        const QStringList rows = toStringList(item.entries());
+        QStringList shown;
+        for (int i = 0; i < list->count(); ++i) {
+            shown << list->item(i)->text();
+        }
+        if (shown != rows) {
+            list->clear();
+            list->addItems(rows);
+        }
+        if (item.selected() >= 0) {
+            list->setCurrentRow(item.selected());
+        } else {
+            list->clearSelection();
+            list->setCurrentRow(-1);
+        }
+        break;
+    }
+    case ItemKind::OptionMenu: {
+        auto* combo = static_cast<QComboBox*>(view.control);
+        const QStringList entries = toStringList(item.entries());
+        QStringList shown;
+        for (int i = 0; i < combo->count(); ++i) {
+            shown << combo->itemText(i);
+        }
+        if (shown != entries) {
+            combo->clear();
+            combo->addItems(entries);
+        }
+        if (auto* model = qobject_cast<QStandardItemModel*>(combo->model())) {
+            for (int i = 0; i < model->rowCount(); ++i) {
+                model->item(i)->setEnabled(item.entrySensitive(i));
+            }
+        }
+        combo->setCurrentIndex(item.intValue());
+        break;
+    }
+    case ItemKind::RadioBox: {
+        auto* box = static_cast<QGroupBox*>(view.control);
+        box->setTitle(qs(item.label()));
+        const QList<QAbstractButton*> buttons = view.radios->buttons();
+        for (int i = 0; i < buttons.size(); ++i) {
+            QAbstractButton* button = view.radios->button(i);
+            if (!button) {
+                continue;
+            }
+            if (i < static_cast<int>(item.entries().size())) {
+                button->setText(qs(item.entries()[static_cast<std::size_t>(i)]));
+            }
+            button->setEnabled(item.entrySensitive(i));
+            button->setChecked(i == item.intValue());
+        }
+        break;
+    }
+    case ItemKind::StringItem:
+    case ItemKind::WideString: {
+        auto* edit = static_cast<QLineEdit*>(view.control);
+        if (edit->text() != qs(item.text())) {
+            edit->setText(qs(item.text()));
+        }
+        break;
+    }
+    case ItemKind::IntegerItem:
+    case ItemKind::RealItem: {
+        auto* edit = static_cast<QLineEdit*>(view.control);
+        const QString value = qs(item.valueText());
+        if (edit->text() != value) {
+            edit->setText(value);
+        }
+        break;
+    }
+    case ItemKind::MultiTextBox: {
+        auto* edit = static_cast<QPlainTextEdit*>(view.control);
+        const QString value = qs(joinLines(item.lines()));
+        if (edit->toPlainText() != value) {
+            edit->setPlainText(value);
+        }
+        break;
+    }
+    case ItemKind::Toggle: {
+        auto* check = static_cast<QCheckBox*>(view.control);
+        check->setText(qs(item.label()));
+        check->setChecked(item.toggleValue());
+        break;
+    }
+    case ItemKind::ColorTool:
+        static_cast<QSpinBox*>(view.control)->setValue(item.intValue());
+        break;
+    case ItemKind::GroupBox:
+        static_cast<QGroupBox*>(view.control)->setTitle(qs(item.label()));
+        break;
+    case ItemKind::LabelItem:
+        static_cast<QLabel*>(view.control)->setText(qs(item.label()));
+        break;
+    default:
+        break;
+    }
+    m_updating = wasUpdating;
+}
+
+void DialogWindow::refreshAll() {
+    for (auto& entry : m_views) {
+        refresh(entry.second);
+    }
+}
+
+void DialogWindow::refreshDialog() {
+    setWindowTitle(qs(m_dialog.title()));
+    for (int i = 0; i < 4; ++i) {
+        if (m_navigation[i]) {
+            m_navigation[i]->setEnabled(m_dialog.navigationSensitive(i));
+        }
+    }
+    applyFocus();
+}
+
+void DialogWindow::applyFocus() {
+    const RuntimeItem* focus = m_dialog.focus();
+    if (!focus) {
+        return;
+    }
+    auto it = m_views.find(focus);
+    if (it != m_views.end()) {
+        it->second.control->setFocus(Qt::OtherFocusReason);
+    }
+}
+
+QWidget* DialogWindow::control(const std::string& item) const {
+    auto it = m_byName.find(item);
+    return it == m_byName.end() ? nullptr : m_views.at(it->second).control;
+}
+
+QWidget* DialogWindow::container(const std::string& item) const {
+    auto it = m_byName.find(item);
+    return it == m_byName.end() ? nullptr : m_views.at(it->second).container;
+}
+
+QLabel* DialogWindow::caption(const std::string& item) const {
+    auto it = m_byName.find(item);
+    return it == m_byName.end() ? nullptr : m_views.at(it->second).caption;
+}
+
+QPushButton* DialogWindow::navigationButton(int index) const {
+    return index >= 0 && index < 4 ? m_navigation[index] : nullptr;
+}
+
+void DialogWindow::setRecorder(SessionRecorder* recorder, int depth) {
+    m_recorder = recorder;
+    m_depth = depth;
+}
+
+std::exception_ptr DialogWindow::takeError() {
+    std::exception_ptr error = m_error;
+    m_error = nullptr;
+    return error;
+}
+
+void DialogWindow::itemChanged(const RuntimeItem& item) {
+    auto it = m_views.find(&item);
+    if (it != m_views.end()) {
+        refresh(it->second);
+    }
+    emit activity();
+}
+
+void DialogWindow::dialogChanged(const nxsim::RuntimeDialog& /*dialog*/) {
+    refreshDialog();
+    emit activity();
+}
+
+void DialogWindow::dialogEnded(const nxsim::RuntimeDialog& /*dialog*/) {
+    emit ended();
+}
+
+void DialogWindow::reject() {
+    act(step(StepKind::Close), [this] { m_dialog.close(); });
+}
+
+void DialogWindow::closeEvent(QCloseEvent* event) {
+    // The window goes away when the dialog ends, not before: the close box is a user action.
+    event->ignore();
+    if (!m_dialog.ended()) {
+        reject();
+    }
+}
+
+void DialogWindow::showEvent(QShowEvent* event) {
+    QDialog::showEvent(event);
+    applyFocus();
+}
+
+JournalStep DialogWindow::step(StepKind kind, const std::string& item) const {
+    JournalStep s;
+    s.kind = kind;
+    s.item = item;
+    return s;
+}
+
+void DialogWindow::act(const JournalStep& s, const std::function<void()>& action) {
+    if (!m_interactive || m_error || m_dialog.ended() || !m_dialog.shown()) {
+        refreshAll();
+        return;
+    }
+    std::size_t mark = 0;
+    if (m_recorder) {
+        m_recorder->flushPending();
+        mark = m_recorder->lineCount();
+        m_recorder->step(s, m_depth);
+    }
+    try {
+        action();
+    } catch (const nxsim::ActionRefused& refused) {
+        if (m_recorder) {
+            m_recorder->retract(mark);
+        }
+        if (!m_dialog.ended()) {
+            refreshAll();
+        }
+        emit notice(QString::fromStdString(refused.what()));
+    } catch (...) {
+        m_error = std::current_exception();
+        emit failed();
+    }
+    emit activity();
+}
+
+void DialogWindow::typed(const std::string& item, const std::string& value) {
+    if (!m_interactive || m_error || m_dialog.ended() || !m_dialog.shown()) {
+        return;
+    }
+    try {
+        m_dialog.setValue(item, value);
+        if (m_recorder) {
+            m_recorder->pendingSet(this, item, value, m_depth);
+        }
+    } catch (const nxsim::ActionRefused& refused) {
+        emit notice(QString::fromStdString(refused.what()));
+    } catch (...) {
+        m_error = std::current_exception();
+        emit failed();
+    }
+}
+
+} // namespace QorfmtHost

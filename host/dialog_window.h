@@ -1,0 +1,110 @@
+#pragma once
+
+#include <nxsim/dlg.h>
+#include <nxsim/journal.h>
+#include <nxsim/runtime.h>
+
+#include <QDialog>
+
+#include <exception>
+#include <functional>
+#include <map>
+#include <string>
+
+class QBoxLayout;
+class QButtonGroup;
+class QLabel;
+class QPushButton;
+
+namespace QorfmtHost {
+
+class SessionRecorder;
+
+/// A dialog of the runtime drawn with native widgets, laid out as its resource file says. It
+/// follows every change of the dialog's state and turns the user's input into the runtime's user
+/// actions (the journal's words), which it also hands to a recorder. Refused actions put the
+/// widget back and report why; an exception from a handler stops the window's event handling
+/// and is kept for the presenter, which rethrows it.
+class DialogWindow : public QDialog, public nxsim::DialogObserver {
+    Q_OBJECT
+
+public:
+    /// `interactive` false: the window shows the state but ignores input (journal replay).
+    DialogWindow(nxsim::RuntimeDialog& dialog, bool interactive, QWidget* parent = nullptr);
+    ~DialogWindow() override;
+
+    nxsim::RuntimeDialog& dialog() const { return m_dialog; }
+
+    /// The widget that carries the item's value: QPushButton, QListWidget, QComboBox, QLineEdit,
+    /// QPlainTextEdit, QGroupBox (radio box and group), QCheckBox, QSpinBox (colour) or QLabel;
+    /// null for an unknown name.
+    QWidget* control(const std::string& item) const;
+    /// The widget that shows or hides the item with its label.
+    QWidget* container(const std::string& item) const;
+    /// The separate caption of a text, number, list or option item; null when the control shows
+    /// its own label.
+    QLabel* caption(const std::string& item) const;
+    /// The navigation button for DialogItemIndex 0 (OK) to 3 (Cancel); null when the resource
+    /// file gives the dialog none.
+    QPushButton* navigationButton(int index) const;
+
+    /// Records the user's actions at nesting `depth`; null records nothing.
+    void setRecorder(SessionRecorder* recorder, int depth);
+    /// The exception that a handler threw during the user's last action, if any (taken once).
+    std::exception_ptr takeError();
+
+    void itemChanged(const nxsim::RuntimeItem& item) override;
+    void dialogChanged(const nxsim::RuntimeDialog& dialog) override;
+    void dialogEnded(const nxsim::RuntimeDialog& dialog) override;
+
+signals:
+    /// The dialog ended (OK, Cancel, close or a handler).
+    void ended();
+    /// A handler threw; takeError() has the exception.
+    void failed();
+    /// A refused action or a button without a function here: the reason, for the cue line.
+    void notice(const QString& text);
+    /// Any state change, so that the host can refresh what it shows of the platform.
+    void activity();
+
+protected:
+    void reject() override;
+    void closeEvent(QCloseEvent* event) override;
+    void showEvent(QShowEvent* event) override;
+
+private:
+    struct View {
+        const nxsim::RuntimeItem* item = nullptr;
+        QWidget* container = nullptr;
+        QWidget* control = nullptr;
+        QLabel* caption = nullptr;
+        QButtonGroup* radios = nullptr;
+    };
+
+    QWidget* build(const nxsim::DlgElement& element);
+    QWidget* buildItem(const nxsim::DlgElement& element, nxsim::RuntimeItem& item);
+    void buildNavigation(QBoxLayout* layout);
+    void connectItem(View& view);
+    void refresh(const View& view);
+    void refreshAll();
+    void refreshDialog();
+    void applyFocus();
+
+    /// Records `step`, runs `action`, and deals with refusals and handler exceptions.
+    void act(const nxsim::JournalStep& step, const std::function<void()>& action);
+    /// Sets a typed value without an event and records it as a pending `set`.
+    void typed(const std::string& item, const std::string& value);
+    nxsim::JournalStep step(nxsim::StepKind kind, const std::string& item = {}) const;
+
+    nxsim::RuntimeDialog& m_dialog;
+    bool m_interactive;
+    bool m_updating = false;
+    SessionRecorder* m_recorder = nullptr;
+    int m_depth = 1;
+    std::exception_ptr m_error;
+    std::map<const nxsim::RuntimeItem*, View> m_views;
+    std::map<std::string, const nxsim::RuntimeItem*> m_byName;
+    QPushButton* m_navigation[4] = {nullptr, nullptr, nullptr, nullptr};
+};
+
+} // namespace QorfmtHost

@@ -1,0 +1,262 @@
+#include "graphics_view.h"
+
+#include <nxsim/platform.h>
+
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QPainterPath>
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+namespace QorfmtHost {
+
+namespace {
+
+double distanceToSegment(const QPointF& p, const QPointF& a, const QPointF& b) {
+    const QPointF ab = b - a;
+    const double length2 = ab.x() * ab.x() + ab.y() * ab.y();
+    double t = 0.0;
+    if (length2 > 0.0) {
+        const QPointF ap = p - a;
+        t = std::clamp((ap.x() * ab.x() + ap.y() * ab.y()) / length2, 0.0, 1.0);
+    }
+    const QPointF nearest = a + ab * t;
+    return std::hypot(p.x() - nearest.x(), p.y() - nearest.y());
+}
+
+} // namespace
+
+GraphicsView::GraphicsView(QWidget* parent) : QWidget(parent) {
+    setObjectName("graphics");
+    setMouseTracking(true);
+    setFocusPolicy(Qt::StrongFocus);
+    setAutoFillBackground(true);
+    QPalette p = palette();
+    p.setColor(QPalette::Window, QColor(92, 104, 118));
+    setPalette(p);
+}
+
+void GraphicsView::refresh() {
+    const std::string file = nxsim::displayPartFile();
+    if (file != m_file) {
+        showPart(file);
+    } else {
+        update(); // highlights may have changed
+    }
+}
+
+void GraphicsView::showPart(const std::string& file) {
+    m_file = file;
+    m_part.reset();
+    m_error.clear();
+    m_marker.reset();
+    if (!file.empty()) {
+        try {
+            m_part = nxsim::readPartFile(file);
+        } catch (const std::exception& e) {
+            m_error = QString::fromStdString(e.what());
+        }
+    }
+    update();
+}
+
+void GraphicsView::beginPick(PickMode mode, const QString& prompt) {
+    m_mode = mode;
+    m_prompt = prompt;
+    setCursor(Qt::CrossCursor);
+    setFocus(Qt::OtherFocusReason);
+    update();
+}
+
+void GraphicsView::endPick() {
+    m_mode = PickMode::None;
+    m_prompt.clear();
+    unsetCursor();
+    update();
+}
+
+void GraphicsView::markPoint(double x, double y) {
+    m_marker = QPointF(x, y);
+    update();
+}
+
+const nxsim::SimDrawing* GraphicsView::drawing() const {
+    if (!m_part || m_part->drawings.empty()) {
+        return nullptr;
+    }
+    const int index = m_part->currentDrawing >= 0 &&
+                              m_part->currentDrawing < static_cast<int>(m_part->drawings.size())
+                          ? m_part->currentDrawing
+                          : 0;
+    return &m_part->drawings[static_cast<std::size_t>(index)];
+}
+
+QRectF GraphicsView::partBounds() const {
+    double minX = std::numeric_limits<double>::max();
+    double minY = minX;
+    double maxX = std::numeric_limits<double>::lowest();
+    double maxY = maxX;
+    auto add = [&](double x, double y) {
+        minX = std::min(minX, x);
+        minY = std::min(minY, y);
+        maxX = std::max(maxX, x);
+        maxY = std::max(maxY, y);
+    };
+    if (const nxsim::SimDrawing* sheet = drawing()) {
+        add(0.0, 0.0);
+        add(sheet->length, sheet->height);
+    }
+    if (m_part) {
+        for (const nxsim::SimObject& o : m_part->objects) {
+            add(o.start[0], o.start[1]);
+            if (o.type == nxsim::SimObject::Line) {
+                add(o.end[0], o.end[1]);
+            }
+        }
+    }
+    if (minX > maxX) {
+        return QRectF(0.0, 0.0, 420.0, 297.0);
+    }
+    if (maxX - minX < 1e-9) {
+        maxX = minX + 1.0;
+    }
+    if (maxY - minY < 1e-9) {
+        maxY = minY + 1.0;
+    }
+    return QRectF(QPointF(minX, minY), QPointF(maxX, maxY));
+}
+
+GraphicsView::Transform GraphicsView::transform() const {
+    const QRectF bounds = partBounds();
+    const double margin = 24.0;
+    const double w = std::max(1.0, width() - 2 * margin);
+    const double h = std::max(1.0, height() - 2 * margin);
+    Transform t;
+    t.scale = std::min(w / bounds.width(), h / bounds.height());
+    t.offsetX = margin + (w - bounds.width() * t.scale) / 2.0 - bounds.left() * t.scale;
+    t.offsetY = margin + (h - bounds.height() * t.scale) / 2.0 + bounds.bottom() * t.scale;
+    return t;
+}
+
+QPointF GraphicsView::toScreen(double x, double y) const {
+    const Transform t = transform();
+    return QPointF(t.offsetX + x * t.scale, t.offsetY - y * t.scale);
+}
+
+QPointF GraphicsView::toPart(const QPointF& screen) const {
+    const Transform t = transform();
+    return QPointF((screen.x() - t.offsetX) / t.scale, (t.offsetY - screen.y()) / t.scale);
+}
+
+const nxsim::SimObject* GraphicsView::objectNear(const QPointF& screen, double tolerance) const {
+    if (!m_part) {
+        return nullptr;
+    }
+    const nxsim::SimObject* best = nullptr;
+    double bestDistance = tolerance;
+    for (const nxsim::SimObject& o : m_part->objects) {
+        const QPointF a = toScreen(o.start[0], o.start[1]);
+        const double d = o.type == nxsim::SimObject::Line
+                             ? distanceToSegment(screen, a, toScreen(o.end[0], o.end[1]))
+                             : std::hypot(screen.x() - a.x(), screen.y() - a.y());
+        if (d <= bestDistance) {
+            bestDistance = d;
+            best = &o;
+        }
+    }
+    return best;
+}
+
+void GraphicsView::paintEvent(QPaintEvent* /*event*/) {
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    if (!m_error.isEmpty()) {
+        painter.setPen(Qt::white);
+        painter.drawText(rect().adjusted(12, 12, -12, -12), Qt::TextWordWrap, m_error);
+        return;
+    }
+    if (!m_part) {
+        painter.setPen(QColor(220, 220, 220));
+        painter.drawText(rect(), Qt::AlignCenter, tr("No display part"));
+    } else {
+        if (const nxsim::SimDrawing* sheet = drawing()) {
+            const QRectF r(toScreen(0.0, sheet->height), toScreen(sheet->length, 0.0));
+            painter.fillRect(r, QColor(250, 250, 246));
+            painter.setPen(QPen(Qt::black, 1.0));
+            painter.drawRect(r);
+            painter.setPen(QColor(60, 60, 60));
+            painter.drawText(r.adjusted(4, 2, -4, -2), Qt::AlignRight | Qt::AlignBottom,
+                             QString::fromStdString(sheet->name));
+        }
+        for (const nxsim::SimObject& o : m_part->objects) {
+            const bool lit = nxsim::highlighted(o.tag);
+            QPen pen(lit ? QColor(255, 128, 0) : QColor(20, 60, 170), lit ? 3.0 : 1.5);
+            painter.setPen(pen);
+            const QPointF a = toScreen(o.start[0], o.start[1]);
+            if (o.type == nxsim::SimObject::Line) {
+                painter.drawLine(a, toScreen(o.end[0], o.end[1]));
+            } else {
+                painter.drawLine(a + QPointF(-4, -4), a + QPointF(4, 4));
+                painter.drawLine(a + QPointF(-4, 4), a + QPointF(4, -4));
+            }
+        }
+        if (m_marker) {
+            painter.setPen(QPen(Qt::red, 2.0));
+            const QPointF m = toScreen(m_marker->x(), m_marker->y());
+            painter.drawEllipse(m, 5.0, 5.0);
+        }
+        painter.setPen(Qt::white);
+        painter.drawText(QRectF(8, 4, width() - 16, 20), Qt::AlignLeft,
+                         QString::fromStdString(m_file));
+    }
+    if (m_mode != PickMode::None) {
+        const QRectF banner(0, height() - 28, width(), 28);
+        painter.fillRect(banner, QColor(255, 244, 180));
+        painter.setPen(Qt::black);
+        painter.drawText(banner.adjusted(8, 0, -8, 0), Qt::AlignVCenter,
+                         m_prompt + tr("  (click; Esc or right click cancels)"));
+    }
+}
+
+void GraphicsView::mousePressEvent(QMouseEvent* event) {
+    if (m_mode == PickMode::None) {
+        return;
+    }
+    if (event->button() == Qt::RightButton) {
+        emit pickCancelled();
+        return;
+    }
+    if (event->button() != Qt::LeftButton) {
+        return;
+    }
+    const QPointF position = event->position();
+    if (m_mode == PickMode::Point) {
+        const QPointF p = toPart(position);
+        markPoint(p.x(), p.y());
+        emit pointPicked(p.x(), p.y());
+    } else if (const nxsim::SimObject* o = objectNear(position)) {
+        emit objectPicked(o->tag);
+    }
+}
+
+void GraphicsView::mouseMoveEvent(QMouseEvent* event) {
+    const QPointF p = toPart(event->position());
+    QString text = tr("X %1  Y %2").arg(p.x(), 0, 'f', 2).arg(p.y(), 0, 'f', 2);
+    if (const nxsim::SimObject* o = objectNear(event->position())) {
+        text += tr("  object %1").arg(o->tag);
+    }
+    emit hovered(text);
+}
+
+void GraphicsView::keyPressEvent(QKeyEvent* event) {
+    if (m_mode != PickMode::None && event->key() == Qt::Key_Escape) {
+        emit pickCancelled();
+        return;
+    }
+    QWidget::keyPressEvent(event);
+}
+
+} // namespace QorfmtHost

@@ -1,0 +1,79 @@
+#pragma once
+
+#include <nxsim/part_file.h>
+
+#include <QPointF>
+#include <QRectF>
+#include <QWidget>
+
+#include <optional>
+#include <string>
+
+namespace QorfmtHost {
+
+/// The graphics window: draws the display part's current drawing sheet and its points and lines,
+/// and answers point picks (a click) and object selections (a click near an object).
+class GraphicsView : public QWidget {
+    Q_OBJECT
+
+public:
+    enum class PickMode { None, Point, Object };
+
+    explicit GraphicsView(QWidget* parent = nullptr);
+
+    /// Reads the platform's display part (and highlights) again when its file changed.
+    void refresh();
+    /// Shows the part of `file`, empty for none; a file that cannot be read is reported in the
+    /// window.
+    void showPart(const std::string& file);
+    const std::optional<nxsim::SimPart>& part() const { return m_part; }
+    const std::string& partFile() const { return m_file; }
+
+    /// Waits for a click: pointPicked / objectPicked, or pickCancelled on Escape or right click.
+    void beginPick(PickMode mode, const QString& prompt);
+    void endPick();
+    PickMode pickMode() const { return m_mode; }
+    /// Marks a picked point (replayed or clicked).
+    void markPoint(double x, double y);
+
+    /// The rectangle of the part (sheet and objects) in part coordinates.
+    QRectF partBounds() const;
+    /// Screen position of a part point, and back (y grows upwards in the part).
+    QPointF toScreen(double x, double y) const;
+    QPointF toPart(const QPointF& screen) const;
+    /// The object drawn within `tolerance` pixels of `screen`, null when none.
+    const nxsim::SimObject* objectNear(const QPointF& screen, double tolerance = 8.0) const;
+
+    QSize sizeHint() const override { return {640, 440}; }
+
+signals:
+    void pointPicked(double x, double y);
+    void objectPicked(unsigned int tag);
+    void pickCancelled();
+    /// The part coordinates under the mouse, for the status bar.
+    void hovered(const QString& text);
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+
+private:
+    struct Transform {
+        double scale = 1.0;
+        double offsetX = 0.0;
+        double offsetY = 0.0;
+    };
+    Transform transform() const;
+    const nxsim::SimDrawing* drawing() const;
+
+    std::string m_file;
+    std::optional<nxsim::SimPart> m_part;
+    QString m_error;
+    PickMode m_mode = PickMode::None;
+    QString m_prompt;
+    std::optional<QPointF> m_marker;
+};
+
+} // namespace QorfmtHost

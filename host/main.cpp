@@ -1,0 +1,136 @@
+// qorfmt-host: plays the CAD system's part on a desktop. It loads a user-function library, calls
+// its ufusr and shows what the library asks for in Qt windows.
+
+#include "host_options.h"
+#include "host_session.h"
+#include "main_window.h"
+#include "qt_presenter.h"
+#include "screenshots.h"
+#include "session_recorder.h"
+
+#include <nxsim/presenter.h>
+
+#include <QApplication>
+#include <QLabel>
+#include <QTimer>
+
+#include <boost/filesystem/operations.hpp>
+
+#include <iostream>
+#include <memory>
+
+namespace fs = boost::filesystem;
+using namespace QorfmtHost;
+
+namespace {
+
+QtMessageHandler g_defaultHandler = nullptr;
+
+// The offscreen platform warns about every window feature it lacks; that is noise here.
+void quietOffscreen(QtMsgType type, const QMessageLogContext& context, const QString& message) {
+    if (type == QtWarningMsg && (message.startsWith("This plugin does not support") ||
+                                 message.startsWith("QStandardPaths: XDG_RUNTIME_DIR"))) {
+        return;
+    }
+    g_defaultHandler(type, context, message);
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    HostOptions options;
+    try {
+        options = parseHostOptions(std::vector<std::string>(argv + 1, argv + argc));
+    } catch (const UsageError& e) {
+        std::cerr << "qorfmt-host: " << e.what() << "\n" << usageText();
+        return 2;
+    }
+    if (options.help) {
+        std::cout << usageText();
+        return 0;
+    }
+    if (options.offscreen) {
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+        g_defaultHandler = qInstallMessageHandler(quietOffscreen);
+    } else if (!displayAvailable()) {
+        std::cerr << "qorfmt-host: no display (neither DISPLAY nor WAYLAND_DISPLAY is set).\n"
+                     "Run it offscreen, which saves pictures instead of showing windows:\n"
+                     "  qorfmt-host --offscreen --screenshots DIR [other options]\n"
+                     "or under a virtual display:\n"
+                     "  xvfb-run -a qorfmt-host [options]\n";
+        return 2;
+    }
+
+    QApplication app(argc, argv);
+    QApplication::setApplicationName("qorfmt-host");
+    applyDefaults(options, fs::path(QCoreApplication::applicationDirPath().toStdString()));
+    try {
+        applySetup(options);
+    } catch (const std::exception& e) {
+        std::cerr << "qorfmt-host: " << e.what() << '\n';
+        return 2;
+    }
+
+    std::unique_ptr<SessionRecorder> recorder;
+    if (!options.record.empty()) {
+        try {
+            recorder = std::make_unique<SessionRecorder>(options.record);
+        } catch (const std::exception& e) {
+            std::cerr << "qorfmt-host: " << e.what() << '\n';
+            return 2;
+        }
+    }
+    Screenshots screenshots(options.screenshots);
+    LibraryCache libraries;
+    MainWindow window(options, libraries, recorder.get(), &screenshots);
+    QtPresenter& presenter = window.presenter();
+    // Every modal request of the platform, also outside a run, goes to the windows.
+    nxsim::setPresenter(&presenter);
+    window.show();
+
+    int exitCode = 0;
+    if (!options.replay.empty()) {
+        window.setConfirmQuit(false);
+        QTimer::singleShot(0, &window, [&] {
+            nxsim::ReplayOutcome outcome = replayInWindows(options, libraries, presenter);
+            if (outcome.exitCode != 0) {
+                std::cerr << (outcome.exitCode == 2 ? "qorfmt-host: " : "") << outcome.message
+                          << '\n';
+            }
+            exitCode = outcome.exitCode;
+            QApplication::exit(exitCode);
+        });
+    } else if (options.offscreen) {
+        // Nobody can answer offscreen: show what the library shows, take the pictures, close.
+        window.setConfirmQuit(false);
+        presenter.setMode(QtPresenter::Mode::AutoClose);
+        QTimer::singleShot(0, &window, [&] {
+            if (!options.runAtStart) {
+                QApplication::exit(0);
+                return;
+            }
+            boost::system::error_code ec;
+            if (!fs::is_regular_file(options.library, ec)) {
+                std::cerr << "qorfmt-host: " << options.library.string()
+                          << ": the user-function library does not exist (is it built?)\n";
+                exitCode = 2;
+            } else if (!window.runLibrary(options.library, true)) {
+                exitCode = 1;
+            }
+            QApplication::exit(exitCode);
+        });
+    } else if (options.runAtStart) {
+        QTimer::singleShot(0, &window, [&] {
+            boost::system::error_code ec;
+            if (fs::is_regular_file(options.library, ec)) {
+                window.runLibrary(options.library, true);
+            } else {
+                window.cueLine().setText(QString::fromStdString(
+                    options.library.string() + ": not found; use File > Run User Function..."));
+            }
+        });
+    }
+    const int result = app.exec();
+    nxsim::setPresenter(nullptr);
+    return !options.replay.empty() || options.offscreen ? exitCode : result;
+}

@@ -1,0 +1,249 @@
+#include "main_window.h"
+
+#include "graphics_view.h"
+#include "qt_presenter.h"
+#include "screenshots.h"
+#include "session_recorder.h"
+
+#include <nxsim/platform.h>
+
+#include <QAction>
+#include <QApplication>
+#include <QCloseEvent>
+#include <QDockWidget>
+#include <QFileDialog>
+#include <QLabel>
+#include <QMenuBar>
+#include <QMessageBox>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QStatusBar>
+#include <QTimer>
+
+#include <boost/filesystem/operations.hpp>
+
+#include <iostream>
+
+namespace fs = boost::filesystem;
+
+namespace QorfmtHost {
+
+MainWindow::MainWindow(const HostOptions& options, LibraryCache& libraries,
+                       SessionRecorder* recorder, Screenshots* screenshots, QWidget* parent)
+    : QMainWindow(parent), m_options(options), m_libraries(libraries), m_recorder(recorder),
+      m_screenshots(screenshots), m_presenter(new QtPresenter(this)), m_graphics(new GraphicsView),
+      m_listing(new QPlainTextEdit), m_cue(new QLabel), m_position(new QLabel),
+      m_poll(new QTimer(this)) {
+    setObjectName("main_window");
+    setWindowTitle(tr("qorfmt-host - %1").arg(QString::fromStdString(options.site.string())));
+    setCentralWidget(m_graphics);
+
+    m_listing->setObjectName("listing");
+    m_listing->setReadOnly(true);
+    m_listing->setLineWrapMode(QPlainTextEdit::NoWrap);
+    m_listing->setFont(QFont("Monospace"));
+    auto* dock = new QDockWidget(tr("Listing Window"), this);
+    dock->setObjectName("listing_dock");
+    dock->setWidget(m_listing);
+    addDockWidget(Qt::BottomDockWidgetArea, dock);
+
+    m_cue->setObjectName("cue");
+    m_position->setObjectName("position");
+    statusBar()->addWidget(m_cue, 1);
+    statusBar()->addPermanentWidget(m_position);
+
+    m_presenter->setGraphics(m_graphics);
+    m_presenter->setRecorder(recorder);
+    m_presenter->setScreenshots(screenshots);
+    connect(m_presenter, &QtPresenter::activity, this, &MainWindow::refreshPlatform);
+    connect(m_presenter, &QtPresenter::notice, this,
+            [this](const QString& text) { statusBar()->showMessage(text, 8000); });
+    connect(m_graphics, &GraphicsView::hovered, m_position, &QLabel::setText);
+
+    buildMenus();
+    // The platform does not call back; what it shows is read on every dialog event and polled.
+    connect(m_poll, &QTimer::timeout, this, &MainWindow::refreshPlatform);
+    m_poll->start(200);
+    resize(960, 720);
+    refreshPlatform();
+}
+
+MainWindow::~MainWindow() {
+    if (m_busy) {
+        QApplication::restoreOverrideCursor();
+    }
+}
+
+void MainWindow::buildMenus() {
+    QMenu* file = menuBar()->addMenu(tr("&File"));
+    QAction* run = file->addAction(tr("Run &Configurator"), this, &MainWindow::runConfigurator);
+    run->setObjectName("run_configurator");
+    run->setShortcut(QKeySequence(tr("Ctrl+R")));
+    run->setToolTip(QString::fromStdString(m_options.library.string()));
+    QAction* other =
+        file->addAction(tr("Run &User Function..."), this, &MainWindow::runOtherUserFunction);
+    other->setObjectName("run_user_function");
+    other->setShortcut(QKeySequence(tr("Ctrl+U")));
+    file->addSeparator();
+    QAction* quit = file->addAction(tr("&Quit"), this, &QWidget::close);
+    quit->setShortcut(QKeySequence::Quit);
+
+    QMenu* view = menuBar()->addMenu(tr("&View"));
+    for (QDockWidget* dock : findChildren<QDockWidget*>()) {
+        view->addAction(dock->toggleViewAction());
+    }
+    view->addAction(tr("&Clear Listing Window"), this, [this] {
+        m_listing->clear();
+        // Only the view is cleared; the platform keeps the whole text for expectations.
+        m_shownListing = nxsim::listingText();
+    });
+
+    QMenu* help = menuBar()->addMenu(tr("&Help"));
+    help->addAction(tr("&Command Line"), this, [this] {
+        QMessageBox::information(this, tr("Command Line"),
+                                 QString::fromStdString("<pre>" + usageText() + "</pre>"));
+    });
+}
+
+void MainWindow::refreshPlatform() {
+    const std::string listing = nxsim::listingText();
+    if (listing != m_shownListing) {
+        if (listing.compare(0, m_shownListing.size(), m_shownListing) == 0) {
+            m_listing->moveCursor(QTextCursor::End);
+            m_listing->insertPlainText(
+                QString::fromStdString(listing.substr(m_shownListing.size())));
+        } else {
+            m_listing->setPlainText(QString::fromStdString(listing));
+        }
+        m_listing->moveCursor(QTextCursor::End);
+        m_shownListing = listing;
+    }
+    const QString cue = QString::fromStdString(nxsim::cueLine());
+    if (m_cue->text() != cue) {
+        m_cue->setText(cue);
+    }
+    // A journal takes the toggles when it checks them; the last one seen is the state.
+    const std::vector<int> toggles = nxsim::stoplightToggles();
+    if (!toggles.empty()) {
+        setBusy(toggles.back() != 0);
+    } else if (!m_running) {
+        setBusy(false);
+    }
+    m_graphics->refresh();
+}
+
+void MainWindow::setBusy(bool busy) {
+    if (busy == m_busy) {
+        return;
+    }
+    m_busy = busy;
+    if (busy) {
+        QApplication::setOverrideCursor(Qt::WaitCursor);
+    } else {
+        QApplication::restoreOverrideCursor();
+    }
+}
+
+bool MainWindow::runLibrary(const fs::path& file, bool recordable) {
+    if (m_running) {
+        statusBar()->showMessage(tr("A user function is running already"), 5000);
+        return false;
+    }
+    nxsim::UserFunctionLibrary* library = nullptr;
+    try {
+        library = &m_libraries.library(file);
+    } catch (const std::exception& e) {
+        QMessageBox::critical(this, tr("Cannot Load User Function"),
+                              QString::fromStdString(e.what()));
+        return false;
+    }
+    if (m_recorder) {
+        if (recordable) {
+            nxsim::JournalStep run;
+            run.kind = nxsim::StepKind::Run;
+            m_recorder->step(run, 0);
+        } else {
+            m_recorder->comment("ran " + file.string() + " (not part of this journal)", 0);
+        }
+    }
+    m_running = true;
+    m_ranUserFunction = true;
+    bool ok = true;
+    std::string failure;
+    {
+        nxsim::ScopedPresenter windows(m_presenter);
+        try {
+            library->callUfusr();
+        } catch (const std::exception& e) {
+            ok = false;
+            failure = e.what();
+        } catch (...) {
+            ok = false;
+            failure = "an exception of unknown type left ufusr";
+        }
+    }
+    m_running = false;
+    refreshPlatform();
+    if (m_recorder && recordable && ok) {
+        // The end state, so that a replay checks that it arrives where the session did.
+        nxsim::JournalStep listing;
+        listing.kind = nxsim::StepKind::ExpectListing;
+        listing.text = nxsim::listingText();
+        m_recorder->step(listing, 0);
+    }
+    if (!ok) {
+        std::cerr << "qorfmt-host: " << failure << '\n';
+        QMessageBox::critical(this, tr("User Function Failed"), QString::fromStdString(failure));
+    }
+    return ok;
+}
+
+void MainWindow::runConfigurator() {
+    runLibrary(m_options.library, true);
+}
+
+void MainWindow::runOtherUserFunction() {
+    const QString file = QFileDialog::getOpenFileName(
+        this, tr("Run User Function"),
+        QString::fromStdString(m_options.library.parent_path().string()),
+        tr("User-function libraries (*.so);;All files (*)"));
+    if (!file.isEmpty()) {
+        const fs::path chosen = file.toStdString();
+        runLibrary(chosen, fs::absolute(chosen) == fs::absolute(m_options.library));
+    }
+}
+
+void MainWindow::closeEvent(QCloseEvent* event) {
+    if (m_running) {
+        // The user function's dialogs must end first; the host cannot take them away.
+        statusBar()->showMessage(tr("A user function is running: end its dialogs first"), 5000);
+        event->ignore();
+        return;
+    }
+    if (m_confirmQuit && m_ranUserFunction) {
+        QMessageBox box(QMessageBox::Question, tr("Quit qorfmt-host"),
+                        tr("Documents live only in memory until they are saved. Unsaved "
+                           "changes are lost when the host quits.\n\nQuit anyway?"),
+                        QMessageBox::NoButton, this);
+        box.setObjectName("quit_box");
+        QPushButton* quit = box.addButton(tr("Quit"), QMessageBox::AcceptRole);
+        QPushButton* stay = box.addButton(tr("Stay"), QMessageBox::RejectRole);
+        box.setDefaultButton(stay);
+        box.show();
+        if (m_screenshots) {
+            try {
+                m_screenshots->save(box, "quit");
+            } catch (const std::exception& e) {
+                std::cerr << "qorfmt-host: " << e.what() << '\n';
+            }
+        }
+        box.exec();
+        if (box.clickedButton() != quit) {
+            event->ignore();
+            return;
+        }
+    }
+    event->accept();
+}
+
+} // namespace QorfmtHost

@@ -1,0 +1,80 @@
+#pragma once
+
+#include "host_options.h"
+#include "host_session.h"
+
+#include <QMainWindow>
+
+#include <string>
+
+class QLabel;
+class QPlainTextEdit;
+class QTimer;
+
+namespace QorfmtHost {
+
+class GraphicsView;
+class QtPresenter;
+class Screenshots;
+class SessionRecorder;
+
+/// The CAD system's main window as the host plays it: menus to run the configurator and other
+/// user-function libraries, the graphics window with the display part, the listing window and
+/// the cue line, and a busy cursor while the stoplight is on.
+class MainWindow : public QMainWindow {
+    Q_OBJECT
+
+public:
+    /// `recorder` and `screenshots` may be null.
+    MainWindow(const HostOptions& options, LibraryCache& libraries, SessionRecorder* recorder,
+               Screenshots* screenshots, QWidget* parent = nullptr);
+    ~MainWindow() override;
+
+    QtPresenter& presenter() const { return *m_presenter; }
+    GraphicsView& graphics() const { return *m_graphics; }
+    QPlainTextEdit& listing() const { return *m_listing; }
+    QLabel& cueLine() const { return *m_cue; }
+
+    /// Runs ufusr of the library; `recordable` is false for a library other than --library,
+    /// whose runs a journal cannot name. Returns false when it could not be loaded or an
+    /// exception left it (both reported in a message box).
+    bool runLibrary(const boost::filesystem::path& file, bool recordable);
+    bool running() const { return m_running; }
+    /// Whether a user function ran since the start, so that quitting may lose documents.
+    bool ranUserFunction() const { return m_ranUserFunction; }
+    /// Ask before quitting after a user function ran (off for replays and offscreen runs).
+    void setConfirmQuit(bool confirm) { m_confirmQuit = confirm; }
+
+    /// Brings listing, cue line, busy cursor and graphics up to date with the platform.
+    void refreshPlatform();
+    bool busy() const { return m_busy; }
+
+public slots:
+    void runConfigurator();
+    void runOtherUserFunction();
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+
+private:
+    void buildMenus();
+    void setBusy(bool busy);
+
+    HostOptions m_options;
+    LibraryCache& m_libraries;
+    SessionRecorder* m_recorder;
+    Screenshots* m_screenshots;
+    QtPresenter* m_presenter;
+    GraphicsView* m_graphics;
+    QPlainTextEdit* m_listing;
+    QLabel* m_cue;
+    QLabel* m_position;
+    QTimer* m_poll;
+    std::string m_shownListing;
+    bool m_running = false;
+    bool m_ranUserFunction = false;
+    bool m_confirmQuit = true;
+    bool m_busy = false;
+};
+
+} // namespace QorfmtHost

@@ -1,0 +1,87 @@
+#pragma once
+
+#include <nxsim/journal.h>
+#include <nxsim/presenter.h>
+
+#include <QObject>
+#include <QPointer>
+
+#include <functional>
+#include <vector>
+
+class QWidget;
+
+namespace nxsim {
+class JournalRunner;
+}
+
+namespace QorfmtHost {
+
+class DialogWindow;
+class GraphicsView;
+class Screenshots;
+class SessionRecorder;
+
+/// The host's presenter: every dialog, message box, list picker and pick of the platform in Qt
+/// windows. Who answers depends on the mode: the user (Interactive), a journal that the host
+/// replays in its windows (Scripted), or nobody, offscreen without a journal (AutoClose: dialogs
+/// are closed with the close box, boxes closed, pickers and picks cancelled).
+class QtPresenter : public QObject, public nxsim::Presenter {
+    Q_OBJECT
+
+public:
+    enum class Mode { Interactive, Scripted, AutoClose };
+
+    explicit QtPresenter(QWidget* mainWindow = nullptr);
+    ~QtPresenter() override;
+
+    void setMode(Mode mode) { m_mode = mode; }
+    Mode mode() const { return m_mode; }
+    /// The journal that answers in Scripted mode; the caller keeps ownership.
+    void setScript(nxsim::JournalRunner* script) { m_script = script; }
+    void setRecorder(SessionRecorder* recorder) { m_recorder = recorder; }
+    void setScreenshots(Screenshots* screenshots) { m_screenshots = screenshots; }
+    void setGraphics(GraphicsView* graphics) { m_graphics = graphics; }
+
+    /// Called once a dialog window is shown (and its picture saved), and when its dialog ends
+    /// while the window still exists.
+    std::function<void(DialogWindow&)> onDialogShown;
+    std::function<void(DialogWindow&)> onDialogEnded;
+
+    /// Dialog windows open now, outermost first.
+    const std::vector<DialogWindow*>& windows() const { return m_windows; }
+
+    void runDialog(nxsim::RuntimeDialog& dialog) override;
+    void showMessage(nxsim::MessageKind kind, const std::string& title,
+                     const std::string& text) override;
+    int pickFromList(const std::string& title, const std::string& prompt,
+                     const std::vector<std::string>& items, int initialSelection) override;
+    nxsim::PointAnswer indicatePoint(const std::string& cue) override;
+    nxsim::ObjectAnswer selectObject(const std::string& message, const std::string& title,
+                                     int scope) override;
+
+signals:
+    /// The platform's state may have changed (listing, cue line, stoplight, display part).
+    void activity();
+    /// A text for the cue line's side: why an action was refused.
+    void notice(const QString& text);
+
+private:
+    /// The nesting depth for journal lines taken now.
+    int depth() const { return static_cast<int>(m_windows.size()); }
+    void record(const nxsim::JournalStep& step);
+    void screenshot(QWidget& window, const std::string& name);
+    /// Hides the dialog windows while the user picks in the graphics window.
+    std::vector<QPointer<DialogWindow>> hideWindows();
+    void restoreWindows(const std::vector<QPointer<DialogWindow>>& hidden);
+
+    QWidget* m_mainWindow;
+    Mode m_mode = Mode::Interactive;
+    nxsim::JournalRunner* m_script = nullptr;
+    SessionRecorder* m_recorder = nullptr;
+    Screenshots* m_screenshots = nullptr;
+    GraphicsView* m_graphics = nullptr;
+    std::vector<DialogWindow*> m_windows;
+};
+
+} // namespace QorfmtHost
