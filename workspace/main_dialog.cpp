@@ -249,6 +249,9 @@ void MainDialog::refreshAll() {
     m_translationsPage.refreshList();
     m_bordersPage.refreshList();
     m_blocksPage.refreshList();
+    // The filter is refilled here too: filled only when the dialog was built, it would offer no
+    // block of a document opened after that.
+    m_locationsPage.refreshFilter();
     m_locationsPage.refreshList();
     updateLabels();
 }

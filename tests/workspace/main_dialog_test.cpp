@@ -1,0 +1,521 @@
+#include "workspace_site.h"
+
+#include "model/definition_document.h"
+#include "testutil/journal.h"
+
+#include <nxsim/journal.h>
+#include <nxsim/platform.h>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using QorBorder::DefinitionDocument;
+
+const char* const kOpenDocA = R"J(run
+dialog qorborder_config_main
+  press OPEN_FILE
+    dialog qorfmt_config_selectfile.dlg
+    select FILE_LIST 0
+    ok
+)J";
+
+std::vector<std::string> borderIds(const DefinitionDocument& document) {
+    std::vector<std::string> ids;
+    for (const auto& border : document.borderLayoutTypes(QorBorder::AllUnits)) {
+        ids.push_back(border->id);
+    }
+    return ids;
+}
+
+std::vector<std::string> blockIds(const DefinitionDocument& document) {
+    std::vector<std::string> ids;
+    for (const auto& block : document.blockLayouts(QorBorder::AllUnits)) {
+        ids.push_back(block->id);
+    }
+    return ids;
+}
+
+/// The configurator library, run as NX runs it, on a fresh workspace site.
+class MainDialog : public ::testing::Test {
+protected:
+    MainDialog() : library(QORFMT_CONFIGURE_LIBRARY) { nxsim::reset(); }
+
+    nxsim::JournalResult run(const std::string& journal) {
+        return TestUtil::runJournal(
+            journal, [this] { library.callUfusr(); }, site.site());
+    }
+
+    boost::shared_ptr<DefinitionDocument> onDisk(const std::string& name) const {
+        return DefinitionDocument::load(site.document(name));
+    }
+
+    TestUtil::WorkspaceSite site;
+    nxsim::UserFunctionLibrary library;
+};
+
+TEST_F(MainDialog, WithoutActiveDocumentLabelsReadNoActiveFileAndQuestionMarks) {
+    EXPECT_JOURNAL_PASSES(run(R"J(run
+dialog qorborder_config_main
+  expect title "Format Definition Configurator"
+  expect label FILENAME "No active file"
+  expect label LOCATION "???"
+  cancel
+)J"));
+}
+
+TEST_F(MainDialog, WithoutActiveDocumentOnlyNewOpenAndSaveAllFollowTheirRules) {
+    EXPECT_JOURNAL_PASSES(run(R"J(run
+dialog qorborder_config_main
+  expect sensitive NEW_FILE yes
+  expect sensitive OPEN_FILE yes
+  expect sensitive FILEINFO no
+  expect sensitive SAVE_FILE no
+  expect sensitive SAVEAS_FILE no
+  expect sensitive SAVE_ALL no
+  expect sensitive MOVE_ITEMS no
+  expect sensitive BORDERLIST no
+  expect sensitive BLOCKLIST no
+  expect sensitive LOCATION_LIST no
+  expect sensitive TRANSLATION_LIST no
+  expect sensitive DELETEBORDER no
+  expect sensitive DELETEBLOCK no
+  expect sensitive DELETE_LOC no
+  expect sensitive DELETE_TRANSLATION no
+  expect items BORDERLIST []
+  cancel
+)J"));
+}
+
+TEST_F(MainDialog, NewDocumentIsActiveUntitledAndEmpty) {
+    EXPECT_JOURNAL_PASSES(run(R"J(run
+dialog qorborder_config_main
+  press NEW_FILE
+  expect label FILENAME "Untitled"
+  expect label LOCATION ""
+  expect sensitive FILEINFO yes
+  expect sensitive SAVEAS_FILE yes
+  expect sensitive SAVE_FILE no
+  expect sensitive BORDERLIST yes
+  expect items BORDERLIST []
+  expect items BLOCKLIST []
+  expect items TRANSLATION_LIST []
+  cancel
+)J"));
+}
+
+TEST_F(MainDialog, OpenShowsTheDocumentInLabelsAndLists) {
+    EXPECT_JOURNAL_PASSES(run(std::string(kOpenDocA) + R"J(
+  expect label FILENAME "docA.fordef"
+  expect label LOCATION )J" + nxsim::quoteJournalText((site.site() / "format_defs").string()) +
+                              R"J(
+  expect items BORDERLIST ["A3", "A4"]
+  expect items BLOCKLIST ["TB", "PL"]
+  expect items BLOCK_FILTER ["TB", "PL"]
+  expect value BLOCK_FILTER "TB"
+  expect items LOCATION_LIST ["L1(Style ID: Any Style)", "L2(Style ID: S1)", "L3(Style ID: Any Style)"]
+  expect items TRANSLATION_LIST ["DE_TB_TITLE_Drawing", "FR_TB_TITLE_Drawing"]
+  expect sensitive SAVE_FILE no
+  cancel
+)J"));
+}
+
+TEST_F(MainDialog, OpenDialogShowsOpenModeTexts) {
+    EXPECT_JOURNAL_PASSES(run(R"J(run
+dialog qorborder_config_main
+  press OPEN_FILE
+    dialog qorfmt_config_selectfile.dlg
+    expect title "Open File"
+    expect label FILE_SELECTION "File To Open"
+    expect cue "Select file to open"
+    expect visible OBJECT_GROUP no
+    expect items FILE_LIST ["docA.fordef", "docB.fordef"]
+    expect sensitive OK no
+    cancel
+  expect label FILENAME "No active file"
+  cancel
+)J"));
+}
+
+TEST_F(MainDialog, CancelledOpenChangesNothing) {
+    EXPECT_JOURNAL_PASSES(run(std::string(kOpenDocA) + R"J(
+  press OPEN_FILE
+    dialog qorfmt_config_selectfile.dlg
+    select FILE_LIST 1
+    cancel
+  expect label FILENAME "docA.fordef"
+  cancel
+)J"));
+}
+
+TEST_F(MainDialog, OpenByDoubleClickIsAccepted) {
+    EXPECT_JOURNAL_PASSES(run(R"J(run
+dialog qorborder_config_main
+  press OPEN_FILE
+    dialog qorfmt_config_selectfile.dlg
+    double-click FILE_LIST 1
+  expect label FILENAME "docB.fordef"
+  expect items BORDERLIST ["B1"]
+  cancel
+)J"));
+}
+
+TEST_F(MainDialog, SaveWritesTheDocumentUnderTheBusyIndicator) {
+    EXPECT_JOURNAL_PASSES(run(std::string(kOpenDocA) + R"J(
+  select BORDERLIST 0
+  press DELETEBORDER
+  expect items BORDERLIST ["A4"]
+  expect sensitive SAVE_FILE yes
+  expect sensitive SAVE_ALL yes
+  expect stoplight ""
+  press SAVE_FILE
+  expect stoplight "1 0"
+  expect sensitive SAVE_FILE no
+  expect sensitive SAVE_ALL no
+  cancel
+)J"));
+    EXPECT_EQ(borderIds(*onDisk("docA.fordef")), (std::vector<std::string>{"A4"}));
+}
+
+TEST_F(MainDialog, SaveAsMakesTheCopyActiveAndLeavesThePreviousDocumentUnchanged) {
+    EXPECT_JOURNAL_PASSES(run(std::string(kOpenDocA) + R"J(
+  select BORDERLIST 0
+  press DELETEBORDER
+  press SAVEAS_FILE
+    dialog qorfmt_config_selectfile.dlg
+    expect title "Save As File"
+    expect label FILE_SELECTION "File To Save As"
+    expect cue "Enter filename to save as"
+    expect sensitive OK yes
+    set FILE_SELECTION "docC"
+    ok
+  expect stoplight "1 0"
+  expect label FILENAME "docC.fordef"
+  expect sensitive SAVE_FILE no
+  expect sensitive SAVE_ALL yes
+  cancel
+)J"));
+    EXPECT_EQ(borderIds(*onDisk("docC.fordef")), (std::vector<std::string>{"A4"}));
+    EXPECT_EQ(borderIds(*onDisk("docA.fordef")), (std::vector<std::string>{"A3", "A4"}))
+        << "the previously active document is not saved by save-as";
+}
+
+TEST_F(MainDialog, PreviousDocumentStaysModifiedAfterSaveAsAndSaveAllSavesIt) {
+    EXPECT_JOURNAL_PASSES(run(std::string(kOpenDocA) + R"J(
+  select BORDERLIST 0
+  press DELETEBORDER
+  press SAVEAS_FILE
+    dialog qorfmt_config_selectfile.dlg
+    set FILE_SELECTION "docC"
+    ok
+  expect sensitive SAVE_ALL yes
+  press SAVE_ALL
+  expect stoplight "1 0 1 0"
+  expect sensitive SAVE_ALL no
+  cancel
+)J"));
+    EXPECT_EQ(borderIds(*onDisk("docA.fordef")), (std::vector<std::string>{"A4"}));
+}
+
+TEST_F(MainDialog, SaveAsOntoTheDocumentsOwnNameIsRefused) {
+    EXPECT_JOURNAL_PASSES(run(std::string(kOpenDocA) + R"J(
+  press SAVEAS_FILE
+    dialog qorfmt_config_selectfile.dlg
+    set FILE_SELECTION "docA.fordef"
+    ok
+  message error "Error" "Document name already exists."
+  expect label FILENAME "docA.fordef"
+  expect stoplight ""
+  cancel
+)J"));
+}
+
+TEST_F(MainDialog, SaveAsCancelledSavesNothing) {
+    EXPECT_JOURNAL_PASSES(run(R"J(run
+dialog qorborder_config_main
+  press NEW_FILE
+  press SAVEAS_FILE
+    dialog qorfmt_config_selectfile.dlg
+    set FILE_SELECTION "never"
+    cancel
+  expect label FILENAME "Untitled"
+  expect file "format_defs/never.fordef" missing
+  cancel
+)J"));
+}
+
+TEST_F(MainDialog, SaveAsWithEmptyNameAsksForAName) {
+    EXPECT_JOURNAL_PASSES(run(R"J(run
+dialog qorborder_config_main
+  press NEW_FILE
+  press SAVEAS_FILE
+    dialog qorfmt_config_selectfile.dlg
+    ok
+    message error "Validation Error" "File must not be empty."
+    set FILE_SELECTION "named"
+    ok
+  expect label FILENAME "named.fordef"
+  expect file "format_defs/named.fordef" exists
+  cancel
+)J"));
+}
+
+TEST_F(MainDialog, FileSummaryWritesTheDocumentToTheListingWindow) {
+    const auto document = onDisk("docA.fordef");
+    std::string expected =
+        "Contents of " + site.document("docA.fordef").string() + "\n \nBorders:\n \n";
+    for (const auto& border : document->borderLayoutTypes(QorBorder::AllUnits)) {
+        expected += border->informationString() + "\n";
+    }
+    expected += " \nBlocks:\n \n";
+    for (const auto& block : document->blockLayouts(QorBorder::AllUnits)) {
+        expected += block->informationString() + "\n";
+    }
+    EXPECT_JOURNAL_PASSES(run(std::string(kOpenDocA) + "  press FILE_SUMMARY\n  expect listing " +
+                              nxsim::quoteJournalText(expected + "\n") + "\n  cancel\n"));
+    EXPECT_TRUE(nxsim::listingOpen());
+}
+
+TEST_F(MainDialog, SelectingInOneListDeselectsTheOthers) {
+    EXPECT_JOURNAL_PASSES(run(std::string(kOpenDocA) + R"J(
+  expect sensitive MOVE_ITEMS no
+  select BORDERLIST 1
+  expect sensitive MOVE_ITEMS yes
+  select BLOCKLIST 0
+  expect selected BORDERLIST -1
+  expect selected BLOCKLIST 0
+  select LOCATION_LIST 2
+  expect selected BLOCKLIST -1
+  select TRANSLATION_LIST 1
+  expect selected LOCATION_LIST -1
+  select BORDERLIST 0
+  expect selected TRANSLATION_LIST -1
+  expect selected BORDERLIST 0
+  cancel
+)J"));
+}
+
+TEST_F(MainDialog, MoveOffersEveryFileButTheActiveDocument) {
+    EXPECT_JOURNAL_PASSES(run(std::string(kOpenDocA) + R"J(
+  select BLOCKLIST 0
+  press MOVE_ITEMS
+    dialog qorfmt_config_selectfile.dlg
+    expect title "Open File"
+    expect items FILE_LIST ["docB.fordef"]
+    cancel
+  expect items BLOCKLIST ["TB", "PL"]
+  cancel
+)J"));
+}
+
+TEST_F(MainDialog, MoveBlockAddsItToTheTargetAndRemovesItHere) {
+    EXPECT_JOURNAL_PASSES(run(std::string(kOpenDocA) + R"J(
+  select BLOCKLIST 1
+  press MOVE_ITEMS
+    dialog qorfmt_config_selectfile.dlg
+    select FILE_LIST 0
+    ok
+  expect items BLOCKLIST ["TB"]
+  expect items BLOCK_FILTER ["TB", "RB", "PL"]
+  press SAVE_ALL
+  cancel
+)J"));
+    EXPECT_EQ(blockIds(*onDisk("docA.fordef")), (std::vector<std::string>{"TB"}));
+    EXPECT_EQ(blockIds(*onDisk("docB.fordef")), (std::vector<std::string>{"RB", "PL"}));
+}
+
+TEST_F(MainDialog, MoveBorderAddsItToTheTargetAndRemovesItHere) {
+    EXPECT_JOURNAL_PASSES(run(std::string(kOpenDocA) + R"J(
+  select BORDERLIST 0
+  press MOVE_ITEMS
+    dialog qorfmt_config_selectfile.dlg
+    double-click FILE_LIST 0
+  expect items BORDERLIST ["A4"]
+  press SAVE_ALL
+  cancel
+)J"));
+    EXPECT_EQ(borderIds(*onDisk("docA.fordef")), (std::vector<std::string>{"A4"}));
+    EXPECT_EQ(borderIds(*onDisk("docB.fordef")), (std::vector<std::string>{"B1", "A3"}));
+}
+
+TEST_F(MainDialog, MoveLocationMovesTheSelectedLocationOfTheFilterBlock) {
+    EXPECT_JOURNAL_PASSES(run(std::string(kOpenDocA) + R"J(
+  select LOCATION_LIST 1
+  press MOVE_ITEMS
+    dialog qorfmt_config_selectfile.dlg
+    select FILE_LIST 0
+    ok
+  expect items LOCATION_LIST ["L1(Style ID: Any Style)", "L3(Style ID: Any Style)"]
+  press SAVE_ALL
+  cancel
+)J"));
+    const auto target = onDisk("docB.fordef")->blockLocations("TB", "");
+    ASSERT_EQ(target.size(), 1u);
+    EXPECT_EQ(target[0]->id, "L2");
+    EXPECT_EQ(target[0]->styleId, "S1");
+}
+
+TEST_F(MainDialog, MovingATranslationTheTargetHasKeepsTheTargetsText) {
+    EXPECT_JOURNAL_PASSES(run(std::string(kOpenDocA) + R"J(
+  select TRANSLATION_LIST 0
+  press MOVE_ITEMS
+    dialog qorfmt_config_selectfile.dlg
+    select FILE_LIST 0
+    ok
+  expect items TRANSLATION_LIST ["FR_TB_TITLE_Drawing"]
+  press SAVE_ALL
+  cancel
+)J"));
+    std::map<std::string, std::string> source;
+    std::map<std::string, std::string> target;
+    onDisk("docA.fordef")->fieldTranslations(source);
+    onDisk("docB.fordef")->fieldTranslations(target);
+    EXPECT_EQ(source, (std::map<std::string, std::string>{{"FR_TB_TITLE_Drawing", "Dessin"}}));
+    EXPECT_EQ(target, (std::map<std::string, std::string>{{"DE_TB_TITLE_Drawing", "Zeichnung B"}}));
+}
+
+TEST_F(MainDialog, MovingANewTranslationAddsItToTheTarget) {
+    EXPECT_JOURNAL_PASSES(run(std::string(kOpenDocA) + R"J(
+  select TRANSLATION_LIST 1
+  press MOVE_ITEMS
+    dialog qorfmt_config_selectfile.dlg
+    select FILE_LIST 0
+    ok
+  press SAVE_ALL
+  cancel
+)J"));
+    std::map<std::string, std::string> target;
+    onDisk("docB.fordef")->fieldTranslations(target);
+    EXPECT_EQ(target, (std::map<std::string, std::string>{{"DE_TB_TITLE_Drawing", "Zeichnung B"},
+                                                          {"FR_TB_TITLE_Drawing", "Dessin"}}));
+}
+
+TEST_F(MainDialog, DeletingABorderAsksNothing) {
+    EXPECT_JOURNAL_PASSES(run(std::string(kOpenDocA) + R"J(
+  expect sensitive DELETEBORDER no
+  select BORDERLIST 1
+  expect sensitive DELETEBORDER yes
+  press DELETEBORDER
+  expect items BORDERLIST ["A3"]
+  expect sensitive DELETEBORDER no
+  cancel
+)J"));
+    EXPECT_TRUE(nxsim::shownMessages().empty());
+}
+
+TEST_F(MainDialog, DeletingABlockRefillsTheLocationFilter) {
+    EXPECT_JOURNAL_PASSES(run(std::string(kOpenDocA) + R"J(
+  select BLOCKLIST 0
+  press DELETEBLOCK
+  expect items BLOCKLIST ["PL"]
+  expect items BLOCK_FILTER ["PL"]
+  expect items LOCATION_LIST ["P1(Style ID: Any Style)"]
+  cancel
+)J"));
+    EXPECT_TRUE(nxsim::shownMessages().empty());
+}
+
+TEST_F(MainDialog, LocationOfAnyStyleShowsAnyStyle) {
+    EXPECT_JOURNAL_PASSES(run(std::string(kOpenDocA) + R"J(
+  choose BLOCK_FILTER "PL"
+  expect items LOCATION_LIST ["P1(Style ID: Any Style)"]
+  choose BLOCK_FILTER 0
+  expect items LOCATION_LIST ["L1(Style ID: Any Style)", "L2(Style ID: S1)", "L3(Style ID: Any Style)"]
+  cancel
+)J"));
+}
+
+TEST_F(MainDialog, FirstLocationCannotMoveUpAndLastCannotMoveDown) {
+    EXPECT_JOURNAL_PASSES(run(std::string(kOpenDocA) + R"J(
+  expect sensitive MOVE_LOC_UP no
+  expect sensitive MOVE_LOC_DOWN no
+  select LOCATION_LIST 0
+  expect sensitive MOVE_LOC_UP no
+  expect sensitive MOVE_LOC_DOWN yes
+  select LOCATION_LIST 2
+  expect sensitive MOVE_LOC_UP yes
+  expect sensitive MOVE_LOC_DOWN no
+  cancel
+)J"));
+}
+
+TEST_F(MainDialog, MovingALocationSwapsValuesAndLeavesNoSelection) {
+    EXPECT_JOURNAL_PASSES(run(std::string(kOpenDocA) + R"J(
+  select LOCATION_LIST 0
+  press MOVE_LOC_DOWN
+  expect items LOCATION_LIST ["L2(Style ID: S1)", "L1(Style ID: Any Style)", "L3(Style ID: Any Style)"]
+  expect selected LOCATION_LIST -1
+  expect sensitive SAVE_FILE yes
+  select LOCATION_LIST 2
+  press MOVE_LOC_UP
+  expect items LOCATION_LIST ["L2(Style ID: S1)", "L3(Style ID: Any Style)", "L1(Style ID: Any Style)"]
+  press SAVE_FILE
+  cancel
+)J"));
+    std::vector<std::string> ids;
+    for (const auto& location : onDisk("docA.fordef")->blockLocations("TB", "")) {
+        ids.push_back(location->id);
+    }
+    EXPECT_EQ(ids, (std::vector<std::string>{"L2", "L3", "L1"}));
+}
+
+TEST_F(MainDialog, DeletingALocationRemovesItAtOnce) {
+    EXPECT_JOURNAL_PASSES(run(std::string(kOpenDocA) + R"J(
+  select LOCATION_LIST 1
+  press DELETE_LOC
+  expect items LOCATION_LIST ["L1(Style ID: Any Style)", "L3(Style ID: Any Style)"]
+  cancel
+)J"));
+    EXPECT_TRUE(nxsim::shownMessages().empty());
+}
+
+TEST_F(MainDialog, DeletingATranslationRemovesItAndWritesTheDocument) {
+    EXPECT_JOURNAL_PASSES(run(std::string(kOpenDocA) + R"J(
+  expect sensitive DELETE_TRANSLATION no
+  select TRANSLATION_LIST 0
+  press DELETE_TRANSLATION
+  expect items TRANSLATION_LIST ["FR_TB_TITLE_Drawing"]
+  expect sensitive SAVE_FILE yes
+  press SAVE_FILE
+  cancel
+)J"));
+    std::map<std::string, std::string> translations;
+    onDisk("docA.fordef")->fieldTranslations(translations);
+    EXPECT_EQ(translations.size(), 1u);
+}
+
+TEST_F(MainDialog, DocumentsStayOpenAndModifiedForTheNextRun) {
+    EXPECT_JOURNAL_PASSES(run(std::string(kOpenDocA) + R"J(
+  select BORDERLIST 0
+  press DELETEBORDER
+  cancel
+run
+dialog qorborder_config_main
+  expect label FILENAME "No active file"
+  expect sensitive SAVE_ALL yes
+  press OPEN_FILE
+    dialog qorfmt_config_selectfile.dlg
+    select FILE_LIST 0
+    ok
+  expect items BORDERLIST ["A4"]
+  cancel
+)J"));
+}
+
+TEST_F(MainDialog, UnreadableDocumentEndsTheRunWithOneErrorNamingTheFile) {
+    site.dir().write("site/format_defs/bad.fordef", "<fordef version=\"1\"><border>");
+    const auto result = run(R"J(run
+dialog qorborder_config_main
+  press OPEN_FILE
+    dialog qorfmt_config_selectfile.dlg
+    select FILE_LIST 0
+    ok
+)J");
+    const auto messages = nxsim::shownMessages();
+    ASSERT_EQ(messages.size(), 1u) << result.message;
+    EXPECT_EQ(messages[0].title, "Error");
+    EXPECT_NE(messages[0].text.find(site.document("bad.fordef").string()), std::string::npos)
+        << messages[0].text;
+}
+
+} // namespace
