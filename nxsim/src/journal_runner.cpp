@@ -119,7 +119,11 @@ const JournalStep& JournalRunner::take(const std::string& expectedWhat) {
 }
 
 JournalResult JournalRunner::run(const std::function<void()>& entry) {
-    ScopedPresenter scoped(this);
+    return run(entry, *this);
+}
+
+JournalResult JournalRunner::run(const std::function<void()>& entry, Presenter& front) {
+    ScopedPresenter scoped(&front);
     m_position = 0;
     m_failed = false;
     m_failure.clear();

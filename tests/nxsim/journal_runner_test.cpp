@@ -2,10 +2,16 @@
 
 #include <nxsim/journal_runner.h>
 #include <nxsim/platform.h>
+#include <nxsim/runtime.h>
 
 #include "testutil/temp_dir.h"
 
+#include <NXOpen/UI.hxx>
+#include <NXOpen/UIStyler_Dialog.hxx>
+
 #include <gtest/gtest.h>
+
+#include <memory>
 
 namespace {
 
@@ -252,6 +258,139 @@ TEST_F(JournalRunnerTest, TheLibraryStaysLoadedBetweenRuns) {
     passes("run\ndialog nxsim_test_main\n  press QUIT\nrun\ndialog nxsim_test_main\n  "
            "press QUIT\n");
     EXPECT_EQ(nxsim::initializeDepth(), 0);
+}
+
+} // namespace
+
+namespace {
+
+using namespace NXOpen;
+using namespace NXOpen::UIStyler;
+
+/// Journals driving a dialog of every item kind from C++ code, as tests of dialogs do.
+class JournalOnAllItems : public NxsimTest::Fixture {
+protected:
+    nxsim::JournalResult play(const nxsim::JournalBuilder& journal) {
+        nxsim::JournalRunner runner(journal.journal());
+        return runner.run([this] {
+            std::unique_ptr<Dialog> dialog(
+                UI::GetUI()->Styler()->CreateStylerDialog("nxsim_test_all.dlg"));
+            OptionMenu* units = dialog->GetOptionMenu("UNITS");
+            dialog->GetPushButton("PRESS_ME")
+                ->AddActivateHandler(NxsimTest::handler([units](StylerEvent*) {
+                                         units->SetSensitivity(0, false);
+                                         return DialogStateContinueDialog;
+                                     }),
+                                     false);
+            response = dialog->Show();
+        });
+    }
+    int response = 0;
+};
+
+TEST_F(JournalOnAllItems, ExpectationsReadEveryKindOfItem) {
+    nxsim::JournalBuilder b("all.jnl");
+    b.run()
+        .dialog("nxsim_test_all")
+        .expectValue("NAME", "start")
+        .expectValue("NOTES", "one\ntwo")
+        .expectValue("COUNT", "7")
+        .expectValue("SCALE", "1.50")
+        .expectValue("ENABLED", "on")
+        .expectValue("COLOUR", "186")
+        .expectValue("UNITS", "Inches")
+        .expectValue("CORNER", "Bottom left")
+        .expectIndex("UNITS", 1)
+        .expectItems("ROWS", {"alpha", "beta", "gamma"})
+        .expectItems("UNITS", {"Millimetres", "Inches", "Points"})
+        .expectSelected("ROWS", -1)
+        .expectSensitive("UNITS", false, 2)
+        .expectSensitive("UNITS", true, 0)
+        .expectSensitive("DISABLED_BUTTON", false)
+        .expectSensitive("INNER_BUTTON", false)
+        .expectSensitive("OK", true)
+        .expectVisible("HIDDEN_BUTTON", false)
+        .expectVisible("APPLY", true)
+        .expectVisible("BACK", false)
+        .expectLabel("STATUS", "Ready")
+        .expectLabel("NAME", "Name")
+        .press("PRESS_ME")
+        .expectSensitive("UNITS", false, 0)
+        .choose("CORNER", "Top right")
+        .expectIndex("CORNER", 1)
+        .select("ROWS", 1)
+        .expectSelected("ROWS", 1)
+        .set("NOTES", "x\ny\nz")
+        .expectValue("NOTES", "x\ny\nz")
+        .toggle("ENABLED", false)
+        .expectValue("ENABLED", "off")
+        .ok();
+    nxsim::JournalResult r = play(b);
+    EXPECT_TRUE(r.passed) << r.message;
+    EXPECT_EQ(response, 2);
+}
+
+TEST_F(JournalOnAllItems, ChoosingAnInsensitiveEntryFails) {
+    nxsim::JournalBuilder b("all.jnl");
+    b.run().dialog("nxsim_test_all").choose("UNITS", 2);
+    nxsim::JournalResult r = play(b);
+    EXPECT_EQ(r.message, "all.jnl:3: cannot choose entry 2 (\"Points\") of UNITS of dialog "
+                         "nxsim_test_all: the entry is insensitive");
+}
+
+TEST_F(JournalOnAllItems, EntryExpectationFailureSaysWhichEntry) {
+    nxsim::JournalBuilder b("all.jnl");
+    b.run().dialog("nxsim_test_all").expectSensitive("UNITS", true, 2);
+    EXPECT_EQ(play(b).message, "all.jnl:3: expected entry 2 of UNITS of dialog nxsim_test_all to "
+                               "be sensitive, but it is insensitive");
+}
+
+TEST_F(JournalOnAllItems, GroupInsensitivityIsNamedAsTheReason) {
+    nxsim::JournalBuilder b("all.jnl");
+    b.run().dialog("nxsim_test_all").expectSensitive("INNER_BUTTON", true);
+    EXPECT_EQ(play(b).message,
+              "all.jnl:3: expected INNER_BUTTON of dialog nxsim_test_all to be sensitive, but "
+              "it is insensitive (an enclosing group is insensitive)");
+}
+
+/// A presenter in front of the runner, as a host that draws while it replays.
+TEST_F(JournalOnAllItems, AFrontPresenterSeesEveryRequestFirst) {
+    struct Front : nxsim::Presenter {
+        nxsim::JournalRunner* runner = nullptr;
+        std::vector<std::string> seen;
+        void runDialog(nxsim::RuntimeDialog& d) override {
+            seen.push_back(d.journalName());
+            runner->runDialog(d);
+        }
+        void showMessage(nxsim::MessageKind k, const std::string& t,
+                         const std::string& x) override {
+            runner->showMessage(k, t, x);
+        }
+        int pickFromList(const std::string& t, const std::string& p,
+                         const std::vector<std::string>& i, int s) override {
+            return runner->pickFromList(t, p, i, s);
+        }
+        nxsim::PointAnswer indicatePoint(const std::string& c) override {
+            return runner->indicatePoint(c);
+        }
+        nxsim::ObjectAnswer selectObject(const std::string& m, const std::string& t,
+                                         int s) override {
+            return runner->selectObject(m, t, s);
+        }
+    } front;
+    nxsim::JournalBuilder b("all.jnl");
+    b.run().dialog("nxsim_test_all").cancel();
+    nxsim::JournalRunner runner(b.journal());
+    front.runner = &runner;
+    nxsim::JournalResult r = runner.run(
+        [] {
+            std::unique_ptr<Dialog> dialog(
+                UI::GetUI()->Styler()->CreateStylerDialog("nxsim_test_all.dlg"));
+            dialog->Show();
+        },
+        front);
+    EXPECT_TRUE(r.passed) << r.message;
+    EXPECT_EQ(front.seen, (std::vector<std::string>{"nxsim_test_all"}));
 }
 
 } // namespace

@@ -28,6 +28,9 @@ public:
     /// Replays the whole journal; each `run` line calls `entry` (a library's ufusr). Stops at the
     /// first failure. An exception that leaves `entry` is a failure of its `run` line.
     JournalResult run(const std::function<void()>& entry);
+    /// As run(entry), but installs `front` as the presenter instead: a presenter that draws each
+    /// request (the Qt host replaying in its windows) and hands it on to this runner's methods.
+    JournalResult run(const std::function<void()>& entry, Presenter& front);
 
     void runDialog(RuntimeDialog& dialog) override;
     void showMessage(MessageKind kind, const std::string& title, const std::string& text) override;
