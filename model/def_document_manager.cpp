@@ -101,7 +101,8 @@ void DefDocumentManagerImpl::saveAll() {
     }
 }
 
-boost::shared_ptr<BorderLayout> DefDocumentManagerImpl::getBorderLayout(const std::string& id) {
+boost::shared_ptr<BorderLayout> DefDocumentManagerImpl::getBorderLayout(const std::string& text) {
+    const HashedKey id(text);
     for (const boost::shared_ptr<DefinitionDocument>& document : m_documents) {
         if (boost::shared_ptr<BorderLayout> found = document->getBorderLayout(id)) {
             return found;
@@ -110,7 +111,8 @@ boost::shared_ptr<BorderLayout> DefDocumentManagerImpl::getBorderLayout(const st
     return boost::shared_ptr<BorderLayout>();
 }
 
-boost::shared_ptr<BlockLayout> DefDocumentManagerImpl::getBlockLayout(const std::string& id) {
+boost::shared_ptr<BlockLayout> DefDocumentManagerImpl::getBlockLayout(const std::string& text) {
+    const HashedKey id(text);
     for (const boost::shared_ptr<DefinitionDocument>& document : m_documents) {
         if (boost::shared_ptr<BlockLayout> found = document->getBlockLayout(id)) {
             return found;
@@ -122,9 +124,10 @@ boost::shared_ptr<BlockLayout> DefDocumentManagerImpl::getBlockLayout(const std:
 boost::shared_ptr<BlockLocation>
 DefDocumentManagerImpl::getBlockLocation(const std::string& blockId,
                                          const std::string& locationId) {
+    const std::string text = DefinitionDocument::blockLocationKey(blockId, locationId);
+    const HashedKey key(text);
     for (const boost::shared_ptr<DefinitionDocument>& document : m_documents) {
-        if (boost::shared_ptr<BlockLocation> found =
-                document->findBlockLocation(blockId, locationId)) {
+        if (boost::shared_ptr<BlockLocation> found = document->findBlockLocation(key)) {
             return found;
         }
     }
@@ -146,7 +149,8 @@ std::string DefDocumentManagerImpl::fieldTranslation(const std::string& language
                                                      const std::string& blockId,
                                                      const std::string& fieldId,
                                                      const std::string& lookupKey) const {
-    const std::string key = translationKey(language, blockId, fieldId, lookupKey);
+    const std::string text = translationKey(language, blockId, fieldId, lookupKey);
+    const HashedKey key(text);
     for (const boost::shared_ptr<DefinitionDocument>& document : m_documents) {
         if (const std::string* found = document->findTranslation(key)) {
             return *found;

@@ -27,7 +27,7 @@ std::vector<boost::shared_ptr<const T>> withUnits(const std::vector<boost::share
 }
 
 template <class T, class Index>
-boost::shared_ptr<T> lookUp(const std::string& id, std::vector<boost::shared_ptr<T>>& list,
+boost::shared_ptr<T> lookUp(const HashedKey& id, std::vector<boost::shared_ptr<T>>& list,
                             Index& index) {
     const long position = index.find(id, list);
     if (position < 0) {
@@ -41,8 +41,13 @@ boost::shared_ptr<T> lookUp(const std::string& id, std::vector<boost::shared_ptr
 } // namespace
 
 std::string DefinitionDocument::ByLocation::key(const BlockLocation& location) {
+    return blockLocationKey(location.blockId, location.id);
+}
+
+std::string DefinitionDocument::blockLocationKey(const std::string& blockId,
+                                                 const std::string& locationId) {
     // Length-prefixed, so that no two (block, location) pairs give the same key.
-    return std::to_string(location.blockId.size()) + ":" + location.blockId + location.id;
+    return std::to_string(blockId.size()) + ":" + blockId + locationId;
 }
 
 DefinitionDocument::DefinitionDocument(const std::string& filename) : m_filename(filename) {}
@@ -95,11 +100,15 @@ void DefinitionDocument::addBorderLayout(const boost::shared_ptr<BorderLayout>& 
 }
 
 boost::shared_ptr<BorderLayout> DefinitionDocument::getBorderLayout(const std::string& id) {
+    return lookUp(HashedKey(id), m_borderLayouts, m_borderIndex);
+}
+
+boost::shared_ptr<BorderLayout> DefinitionDocument::getBorderLayout(const HashedKey& id) {
     return lookUp(id, m_borderLayouts, m_borderIndex);
 }
 
 void DefinitionDocument::deleteBorderLayout(const std::string& id) {
-    const long position = m_borderIndex.find(id, m_borderLayouts);
+    const long position = m_borderIndex.find(HashedKey(id), m_borderLayouts);
     if (position >= 0) {
         m_borderLayouts.erase(m_borderLayouts.begin() + position);
         m_borderIndex.invalidate();
@@ -120,11 +129,15 @@ void DefinitionDocument::addBlockLayout(const boost::shared_ptr<BlockLayout>& la
 }
 
 boost::shared_ptr<BlockLayout> DefinitionDocument::getBlockLayout(const std::string& id) {
+    return lookUp(HashedKey(id), m_blockLayouts, m_blockIndex);
+}
+
+boost::shared_ptr<BlockLayout> DefinitionDocument::getBlockLayout(const HashedKey& id) {
     return lookUp(id, m_blockLayouts, m_blockIndex);
 }
 
 void DefinitionDocument::deleteBlockLayout(const std::string& id) {
-    const long position = m_blockIndex.find(id, m_blockLayouts);
+    const long position = m_blockIndex.find(HashedKey(id), m_blockLayouts);
     if (position >= 0) {
         m_blockLayouts.erase(m_blockLayouts.begin() + position);
         m_blockIndex.invalidate();
@@ -158,10 +171,12 @@ boost::shared_ptr<BlockLocation> DefinitionDocument::getBlockLocation(const std:
 
 boost::shared_ptr<BlockLocation>
 DefinitionDocument::findBlockLocation(const std::string& blockId, const std::string& locationId) {
-    BlockLocation probe;
-    probe.blockId = blockId;
-    probe.id = locationId;
-    return lookUp(ByLocation::key(probe), m_blockLocations, m_locationIndex);
+    const std::string key = blockLocationKey(blockId, locationId);
+    return findBlockLocation(HashedKey(key));
+}
+
+boost::shared_ptr<BlockLocation> DefinitionDocument::findBlockLocation(const HashedKey& key) {
+    return lookUp(key, m_blockLocations, m_locationIndex);
 }
 
 void DefinitionDocument::deleteBlockLocation(const std::string& blockId, int index) {
@@ -190,12 +205,22 @@ std::vector<boost::shared_ptr<const BlockLocation>> DefinitionDocument::allBlock
 
 void DefinitionDocument::setFieldTranslations(const TranslationMap& translations) {
     m_translations = translations;
+    m_translationIndex.clear();
+    m_translationIndexValid = false;
     modified = true;
 }
 
-const std::string* DefinitionDocument::findTranslation(const std::string& key) const {
-    const auto it = m_translations.find(key);
-    return it == m_translations.end() ? nullptr : &it->second;
+const std::string* DefinitionDocument::findTranslation(const HashedKey& key) const {
+    if (!m_translationIndexValid) {
+        m_translationIndex.clear();
+        m_translationIndex.reserve(m_translations.size());
+        for (const auto& entry : m_translations) {
+            m_translationIndex.emplace(HashedKey(entry.first), &entry.second);
+        }
+        m_translationIndexValid = true;
+    }
+    const auto it = m_translationIndex.find(key);
+    return it == m_translationIndex.end() ? nullptr : it->second;
 }
 
 bool DefinitionDocument::sameContents(const DefinitionDocument& other) const {

@@ -11,6 +11,7 @@
 
 #include <map>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 namespace QorBorder {
@@ -86,7 +87,17 @@ public:
     void setFieldTranslations(const TranslationMap& translations);
     const TranslationMap& translations() const { return m_translations; }
     /// The translation stored under the joined key, or nullptr.
-    const std::string* findTranslation(const std::string& key) const;
+    const std::string* findTranslation(const std::string& key) const {
+        return findTranslation(HashedKey(key));
+    }
+    const std::string* findTranslation(const HashedKey& key) const;
+
+    /// The same lookups with a key hashed once (the manager asks every document with it).
+    boost::shared_ptr<BorderLayout> getBorderLayout(const HashedKey& id);
+    boost::shared_ptr<BlockLayout> getBlockLayout(const HashedKey& id);
+    /// `key` is blockLocationKey(blockId, locationId).
+    boost::shared_ptr<BlockLocation> findBlockLocation(const HashedKey& key);
+    static std::string blockLocationKey(const std::string& blockId, const std::string& locationId);
 
     /// Equal contents (file name and `modified` are not compared).
     bool sameContents(const DefinitionDocument& other) const;
@@ -116,6 +127,9 @@ private:
     std::vector<boost::shared_ptr<BlockLayout>> m_blockLayouts;
     std::vector<boost::shared_ptr<BlockLocation>> m_blockLocations;
     TranslationMap m_translations;
+    // Hash index over m_translations' keys, built on first use after a change.
+    mutable std::unordered_map<HashedKey, const std::string*, HashedKeyHash> m_translationIndex;
+    mutable bool m_translationIndexValid = false;
 
     LookupIndex<BorderLayout, ById> m_borderIndex;
     LookupIndex<BlockLayout, ById> m_blockIndex;

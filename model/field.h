@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace QorBorder {
@@ -37,6 +38,7 @@ public:
     /// A copy of the text choices.
     std::vector<Choice> textChoices() const { return m_textChoices; }
     void setTextChoices(const std::vector<Choice>& choices) { m_textChoices = choices; }
+    void setTextChoices(std::vector<Choice>&& choices) { m_textChoices = std::move(choices); }
     /// The text choices without a copy.
     const std::vector<Choice>& choices() const { return m_textChoices; }
 

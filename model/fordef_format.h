@@ -4,6 +4,7 @@
 #include "model/block_location.h"
 #include "model/border_layout.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -25,6 +26,7 @@ template <class T>
 struct Attribute {
     const char* name;
     Kind kind;
+    std::size_t nameLength = std::char_traits<char>::length(name);
     std::string T::*text = nullptr;
     int T::*integer = nullptr;
     double T::*real = nullptr;

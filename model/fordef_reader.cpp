@@ -13,6 +13,7 @@
 #include <cstdio>
 #include <cstring>
 #include <fstream>
+#include <sys/stat.h>
 #include <vector>
 
 namespace fs = boost::filesystem;
@@ -291,7 +292,7 @@ boost::shared_ptr<Field> readField(pugi::xml_node node) {
             readLeaf(child, choices.back(), choiceAttributes());
         }
     }
-    field->setTextChoices(choices);
+    field->setTextChoices(std::move(choices));
     return field;
 }
 
@@ -585,10 +586,15 @@ boost::shared_ptr<DefinitionDocument> FordefReader::read(const fs::path& file) {
         throw DocumentError(name, 0, std::string("cannot open the file: ") + std::strerror(errno));
     }
     std::string buffer;
+    struct stat info {};
+    if (::fstat(::fileno(in), &info) == 0 && info.st_size > 0) {
+        buffer.resize(static_cast<std::size_t>(info.st_size));
+        buffer.resize(std::fread(&buffer[0], 1, buffer.size(), in));
+    }
     char chunk[1 << 16];
     std::size_t got = 0;
     while ((got = std::fread(chunk, 1, sizeof chunk, in)) > 0) {
-        buffer.append(chunk, got);
+        buffer.append(chunk, got); // a file that grew, or one whose size stat does not know
     }
     const bool failed = std::ferror(in) != 0;
     const int error = errno;

@@ -11,6 +11,12 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <cmath>
+#include <functional>
+#include <memory>
 #include <vector>
 
 namespace fs = boost::filesystem;
@@ -22,69 +28,84 @@ namespace {
 using namespace Fordef;
 
 // A streaming XML writer: two blanks of indentation per level, one element per line, attributes
-// in the order given. String attributes that XML cannot carry go into <raw> children.
+// in the order given. String attributes that XML cannot carry go into <raw> children. Text is
+// gathered in a plain buffer (many tiny appends; std::string's are too slow here) and handed to
+// the sink in pieces of about 1 MB, or kept whole for take() when there is no sink.
 class XmlOut {
 public:
-    XmlOut() { m_out.reserve(1 << 16); }
+    using Sink = ChunkSink;
+
+    explicit XmlOut(Sink sink = Sink()) : m_sink(std::move(sink)) { grow(kChunk + kChunk / 4); }
+
+    void text(const char* value) { put(value, std::strlen(value)); }
 
     void start(const char* name) {
         closeStartTag();
+        if (m_sink && m_size >= kChunk) {
+            flush();
+        }
         indent();
-        m_out += '<';
-        m_out += name;
+        putChar('<');
+        put(name, std::strlen(name));
         m_stack.push_back(name);
         m_tagOpen = true;
     }
 
-    void attribute(const char* name, const std::string& value) {
-        m_out += ' ';
-        m_out += name;
-        m_out += "=\"";
-        if (isXmlSafe(value)) {
-            escape(value);
-        } else {
+    void attribute(const char* name, std::size_t nameLength, const std::string& value) {
+        openValue(name, nameLength, value.size() * 6);
+        if (!escape(value)) {
             m_raw.emplace_back(name, toHex(value));
         }
-        m_out += '"';
+        putChar('"');
     }
-    void attribute(const char* name, const char* value) {
-        m_out += ' ';
-        m_out += name;
-        m_out += "=\"";
-        m_out += value;
-        m_out += '"';
+    void attribute(const char* name, std::size_t nameLength, long value) {
+        openValue(name, nameLength, 24);
+        const std::to_chars_result result =
+            std::to_chars(m_buffer.get() + m_size, m_buffer.get() + m_capacity, value);
+        m_size = static_cast<std::size_t>(result.ptr - m_buffer.get());
+        putChar('"');
     }
-    void attribute(const char* name, long value) {
-        m_out += ' ';
-        m_out += name;
-        m_out += "=\"";
-        appendInt(m_out, value);
-        m_out += '"';
+    void attribute(const char* name, std::size_t nameLength, double value) {
+        openValue(name, nameLength, 32);
+        if (std::isfinite(value)) {
+            const std::to_chars_result result =
+                std::to_chars(m_buffer.get() + m_size, m_buffer.get() + m_capacity, value);
+            m_size = static_cast<std::size_t>(result.ptr - m_buffer.get());
+        } else {
+            const std::string special = formatDouble(value);
+            put(special.data(), special.size());
+        }
+        putChar('"');
     }
-    void attribute(const char* name, double value) {
-        m_out += ' ';
-        m_out += name;
-        m_out += "=\"";
-        appendDouble(m_out, value);
-        m_out += '"';
+    void attribute(const char* name, std::size_t nameLength, bool value) {
+        openValue(name, nameLength, 5);
+        if (value) {
+            put("true", 4);
+        } else {
+            put("false", 5);
+        }
+        putChar('"');
     }
-    void attribute(const char* name, bool value) { attribute(name, value ? "true" : "false"); }
+    template <class T>
+    void attribute(const char* name, const T& value) {
+        attribute(name, std::strlen(name), value);
+    }
 
     template <class T>
     void attributes(const T& object, const std::vector<Attribute<T>>& table) {
         for (const Attribute<T>& a : table) {
             switch (a.kind) {
             case Kind::String:
-                attribute(a.name, object.*a.text);
+                attribute(a.name, a.nameLength, object.*a.text);
                 break;
             case Kind::Int:
-                attribute(a.name, static_cast<long>(object.*a.integer));
+                attribute(a.name, a.nameLength, static_cast<long>(object.*a.integer));
                 break;
             case Kind::Double:
-                attribute(a.name, object.*a.real);
+                attribute(a.name, a.nameLength, object.*a.real);
                 break;
             case Kind::Bool:
-                attribute(a.name, object.*a.flag);
+                attribute(a.name, a.nameLength, object.*a.flag);
                 break;
             }
         }
@@ -92,7 +113,7 @@ public:
 
     void end() {
         if (m_tagOpen && m_raw.empty()) {
-            m_out += "/>\n";
+            put("/>\n", 3);
             m_tagOpen = false;
             m_stack.pop_back();
             return;
@@ -101,67 +122,140 @@ public:
         const char* name = m_stack.back();
         m_stack.pop_back();
         indent();
-        m_out += "</";
-        m_out += name;
-        m_out += ">\n";
+        put("</", 2);
+        put(name, std::strlen(name));
+        put(">\n", 2);
     }
 
-    std::string take() { return std::move(m_out); }
+    std::string take() { return std::string(m_buffer.get(), m_size); }
+
+    void flush() {
+        if (m_sink && m_size > 0) {
+            m_sink(m_buffer.get(), m_size);
+            m_size = 0;
+        }
+    }
 
 private:
+    static constexpr std::size_t kChunk = 1 << 20;
+
+    void grow(std::size_t needed) {
+        const std::size_t capacity = std::max(needed, m_capacity * 2);
+        std::unique_ptr<char[]> bigger(new char[capacity]);
+        if (m_size > 0) {
+            std::memcpy(bigger.get(), m_buffer.get(), m_size);
+        }
+        m_buffer = std::move(bigger);
+        m_capacity = capacity;
+    }
+    void reserve(std::size_t more) {
+        if (m_size + more > m_capacity) {
+            grow(m_size + more);
+        }
+    }
+    void put(const char* data, std::size_t length) {
+        reserve(length);
+        std::memcpy(m_buffer.get() + m_size, data, length);
+        m_size += length;
+    }
+    void putChar(char c) {
+        reserve(1);
+        m_buffer[m_size++] = c;
+    }
+    // ` name="`, with room for `valueRoom` more bytes and the closing quote.
+    void openValue(const char* name, std::size_t nameLength, std::size_t valueRoom) {
+        reserve(nameLength + valueRoom + 4);
+        char* p = m_buffer.get() + m_size;
+        *p++ = ' ';
+        std::memcpy(p, name, nameLength);
+        p += nameLength;
+        *p++ = '=';
+        *p++ = '"';
+        m_size = static_cast<std::size_t>(p - m_buffer.get());
+    }
+
     void closeStartTag() {
         if (!m_tagOpen) {
             return;
         }
-        m_out += ">\n";
+        put(">\n", 2);
         m_tagOpen = false;
         std::vector<std::pair<const char*, std::string>> raw;
         raw.swap(m_raw);
         for (const auto& entry : raw) {
             indent();
-            m_out += '<';
-            m_out += kRawElement;
-            m_out += " attribute=\"";
-            m_out += entry.first;
-            m_out += "\" hex=\"";
-            m_out += entry.second;
-            m_out += "\"/>\n";
+            putChar('<');
+            text(kRawElement);
+            text(" attribute=\"");
+            text(entry.first);
+            text("\" hex=\"");
+            put(entry.second.data(), entry.second.size());
+            put("\"/>\n", 4);
         }
     }
 
-    void indent() { m_out.append(2 * m_stack.size(), ' '); }
+    void indent() {
+        const std::size_t blanks = 2 * m_stack.size();
+        reserve(blanks);
+        std::memset(m_buffer.get() + m_size, ' ', blanks);
+        m_size += blanks;
+    }
 
-    void escape(const std::string& value) {
+    // Appends `value` escaped (the room was reserved by openValue); false, with nothing
+    // appended, when XML text cannot carry it.
+    bool escape(const std::string& value) {
+        // 0: copy, 1: escape, 2: not allowed in XML, 3: part of a multi-byte sequence.
+        static const auto classes = [] {
+            std::array<unsigned char, 256> table{};
+            for (int c = 0; c < 0x20; ++c) {
+                table[c] = 2;
+            }
+            for (const char c : {'&', '<', '>', '"', '\t', '\n', '\r'}) {
+                table[static_cast<unsigned char>(c)] = 1;
+            }
+            for (int c = 0x80; c < 0x100; ++c) {
+                table[c] = 3;
+            }
+            return table;
+        }();
+        char* out = m_buffer.get() + m_size;
+        bool checkedUtf8 = false;
         for (const char c : value) {
-            switch (c) {
-            case '&':
-                m_out += "&amp;";
-                break;
-            case '<':
-                m_out += "&lt;";
-                break;
-            case '>':
-                m_out += "&gt;";
-                break;
-            case '"':
-                m_out += "&quot;";
-                break;
-            case '\t':
-                m_out += "&#9;";
-                break;
-            case '\n':
-                m_out += "&#10;";
-                break;
-            case '\r':
-                m_out += "&#13;";
-                break;
-            default:
-                m_out += c;
+            const unsigned char kind = classes[static_cast<unsigned char>(c)];
+            if (kind == 0) {
+                *out++ = c;
+                continue;
+            }
+            if (kind == 3) {
+                if (!checkedUtf8 && !isXmlSafe(value)) {
+                    return false;
+                }
+                checkedUtf8 = true;
+                *out++ = c;
+                continue;
+            }
+            if (kind == 2) {
+                return false;
+            }
+            const char* entity = c == '&'    ? "&amp;"
+                                 : c == '<'  ? "&lt;"
+                                 : c == '>'  ? "&gt;"
+                                 : c == '"'  ? "&quot;"
+                                 : c == '\t' ? "&#9;"
+                                 : c == '\n' ? "&#10;"
+                                             : "&#13;";
+            while (*entity) {
+                *out++ = *entity++;
             }
         }
+        m_size = static_cast<std::size_t>(out - m_buffer.get());
+        return true;
     }
 
-    std::string m_out;
+    Sink m_sink;
+    std::unique_ptr<char[]> m_buffer;
+    std::size_t m_size = 0;
+    std::size_t m_capacity = 0;
     std::vector<const char*> m_stack;
     std::vector<std::pair<const char*, std::string>> m_raw;
     bool m_tagOpen = false;
@@ -273,11 +367,8 @@ std::string errnoText(int error) {
     return std::strerror(error);
 }
 
-} // namespace
-
-std::string FordefWriter::toXml(const DefinitionDocument& document) {
-    XmlOut out;
-    std::string head = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n";
+void writeDocument(XmlOut& out, const DefinitionDocument& document) {
+    out.text("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n");
     out.start(kRootElement);
     out.attribute("version", static_cast<long>(kFormatVersion));
     for (const auto& border : document.borderLayoutTypes(AllUnits)) {
@@ -298,14 +389,31 @@ std::string FordefWriter::toXml(const DefinitionDocument& document) {
         out.end();
     }
     out.end();
-    return head + out.take();
+    out.flush();
+}
+
+} // namespace
+
+std::string FordefWriter::toXml(const DefinitionDocument& document) {
+    XmlOut out;
+    writeDocument(out, document);
+    return out.take();
 }
 
 void FordefWriter::write(const DefinitionDocument& document, const fs::path& file) {
-    replaceFileAtomically(file, toXml(document));
+    replaceFileAtomically(file, [&document](const ChunkSink& sink) {
+        XmlOut out(sink);
+        writeDocument(out, document);
+    });
 }
 
 void replaceFileAtomically(const fs::path& file, const std::string& content) {
+    replaceFileAtomically(
+        file, [&content](const ChunkSink& sink) { sink(content.data(), content.size()); });
+}
+
+void replaceFileAtomically(const fs::path& file,
+                           const std::function<void(const ChunkSink&)>& produce) {
     const std::string name = file.string();
     if (name.empty()) {
         throw DocumentError(name, 0, "the document has no file name");
@@ -353,18 +461,30 @@ void replaceFileAtomically(const fs::path& file, const std::string& content) {
     if (::fchmod(fd, mode) != 0) {
         fail("cannot set the permissions of the new file", errno);
     }
-    const char* data = content.data();
-    std::size_t left = content.size();
-    while (left > 0) {
-        const ssize_t written = ::write(fd, data, left);
-        if (written < 0) {
-            if (errno == EINTR) {
-                continue;
+    struct WriteFailure {
+        int error;
+    };
+    const ChunkSink sink = [fd](const char* data, std::size_t left) {
+        while (left > 0) {
+            const ssize_t written = ::write(fd, data, left);
+            if (written < 0) {
+                if (errno == EINTR) {
+                    continue;
+                }
+                throw WriteFailure{errno};
             }
-            fail("cannot write", errno);
+            data += written;
+            left -= static_cast<std::size_t>(written);
         }
-        data += written;
-        left -= static_cast<std::size_t>(written);
+    };
+    try {
+        produce(sink);
+    } catch (const WriteFailure& failure) {
+        fail("cannot write", failure.error);
+    } catch (...) {
+        ::close(fd);
+        ::unlink(temporary.c_str());
+        throw;
     }
     if (::fsync(fd) != 0) {
         fail("cannot flush to disk", errno);

@@ -4,6 +4,8 @@
 
 #include <boost/filesystem/path.hpp>
 
+#include <cstddef>
+#include <functional>
 #include <string>
 
 namespace QorBorder {
@@ -19,7 +21,14 @@ public:
     static void write(const DefinitionDocument& document, const boost::filesystem::path& file);
 };
 
-/// Replaces `file` with `content` atomically. Throws DocumentError naming the file and the reason.
+/// Receives a file's content piece by piece.
+using ChunkSink = std::function<void(const char* data, std::size_t size)>;
+
+/// Replaces `file` atomically with what `produce` hands to its sink: the bytes go to a new file
+/// beside it, are flushed to disk, and the new file is renamed over the old one. Throws
+/// DocumentError naming the file and the reason; the old file is then untouched.
+void replaceFileAtomically(const boost::filesystem::path& file,
+                           const std::function<void(const ChunkSink&)>& produce);
 void replaceFileAtomically(const boost::filesystem::path& file, const std::string& content);
 
 } // namespace QorBorder

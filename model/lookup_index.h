@@ -4,11 +4,29 @@
 #include <boost/weak_ptr.hpp>
 
 #include <cstddef>
+#include <deque>
+#include <functional>
 #include <string>
+#include <string_view>
 #include <unordered_map>
 #include <vector>
 
 namespace QorBorder {
+
+/// A key with its hash, computed once when one key is looked up in many indexes.
+struct HashedKey {
+    explicit HashedKey(std::string_view keyText)
+        : text(keyText), hash(std::hash<std::string_view>()(keyText)) {}
+
+    std::string_view text;
+    std::size_t hash;
+
+    bool operator==(const HashedKey& other) const { return text == other.text; }
+};
+
+struct HashedKeyHash {
+    std::size_t operator()(const HashedKey& key) const { return key.hash; }
+};
 
 /// A hash index from a key (an object's ID) to the position of the first object with that key
 /// in an owner's list. The objects are edited in place through the pointers the owner hands out,
@@ -21,7 +39,7 @@ public:
     using List = std::vector<boost::shared_ptr<T>>;
 
     /// The position of the first object whose key is `key`, or -1.
-    long find(const std::string& key, const List& list) {
+    long find(const HashedKey& key, const List& list) {
         refresh(list);
         const auto it = m_positions.find(key);
         return it == m_positions.end() ? -1 : static_cast<long>(it->second);
@@ -54,7 +72,7 @@ public:
     /// An object was appended to the list.
     void appended(const List& list) {
         if (m_valid) {
-            m_positions.emplace(KeyOf::key(*list.back()), list.size() - 1);
+            insert(KeyOf::key(*list.back()), list.size() - 1);
         }
         m_groupsValid = false;
     }
@@ -101,9 +119,10 @@ private:
 
     void rebuild(const List& list) {
         m_positions.clear();
+        m_keys.clear();
         m_positions.reserve(list.size());
         for (std::size_t i = 0; i < list.size(); ++i) {
-            m_positions.emplace(KeyOf::key(*list[i]), i);
+            insert(KeyOf::key(*list[i]), i);
         }
         std::vector<Lent> still;
         for (const Lent& lent : m_lent) {
@@ -117,7 +136,17 @@ private:
         m_groupsValid = false;
     }
 
-    std::unordered_map<std::string, std::size_t> m_positions;
+    // The first position wins; the key text lives in m_keys, whose elements never move.
+    void insert(std::string key, std::size_t position) {
+        const HashedKey probe(key);
+        if (m_positions.count(probe) == 0) {
+            m_keys.push_back(std::move(key));
+            m_positions.emplace(HashedKey(m_keys.back()), position);
+        }
+    }
+
+    std::unordered_map<HashedKey, std::size_t, HashedKeyHash> m_positions;
+    std::deque<std::string> m_keys;
     std::unordered_map<std::string, std::vector<std::size_t>> m_groups;
     std::vector<Lent> m_lent;
     bool m_valid = false;
