@@ -15,7 +15,7 @@ namespace log {
 namespace {
 
 struct Destination {
-    std::string spec;
+    std::string where;
     bool toStderr = false;
     std::unique_ptr<std::ofstream> file;
 
@@ -27,20 +27,20 @@ Destination& storage() {
     return destination;
 }
 
-void apply(Destination& d, const std::string& spec) {
-    d.spec = spec;
+void apply(Destination& d, const std::string& where) {
+    d.where = where;
     d.toStderr = false;
     d.file.reset();
-    if (spec.empty() || spec == "none") {
+    if (where.empty() || where == "none") {
         return;
     }
-    if (spec == "stderr") {
+    if (where == "stderr") {
         d.toStderr = true;
         return;
     }
-    auto file = std::make_unique<std::ofstream>(spec, std::ios::app);
+    auto file = std::make_unique<std::ofstream>(where, std::ios::app);
     if (!*file) {
-        std::cerr << "qorfmt: cannot open log file '" << spec << "': " << std::strerror(errno)
+        std::cerr << "qorfmt: cannot open log file '" << where << "': " << std::strerror(errno)
                   << "; logging is off\n";
         return;
     }
@@ -73,12 +73,12 @@ std::string timestamp() {
 
 } // namespace
 
-void setDestination(const std::string& spec) {
-    apply(current(), spec);
+void setDestination(const std::string& where) {
+    apply(current(), where);
 }
 
 std::string destination() {
-    return current().spec;
+    return current().where;
 }
 
 Logger::Logger(std::string name) : m_name(std::move(name)) {}
