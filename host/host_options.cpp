@@ -1,5 +1,8 @@
 #include "host_options.h"
 
+#include <QString>
+#include <QtGlobal>
+
 #include <cstdlib>
 
 namespace fs = boost::filesystem;
@@ -13,7 +16,23 @@ bool nonEmptyEnvironment(const char* name) {
     return value && *value;
 }
 
+QtMessageHandler g_defaultHandler = nullptr;
+
+void dropOffscreenNoise(QtMsgType type, const QMessageLogContext& context, const QString& message) {
+    if (type == QtWarningMsg && (message.startsWith("This plugin does not support") ||
+                                 message.startsWith("QStandardPaths: XDG_RUNTIME_DIR"))) {
+        return;
+    }
+    g_defaultHandler(type, context, message);
+}
+
 } // namespace
+
+void quietOffscreenWarnings() {
+    if (!g_defaultHandler) {
+        g_defaultHandler = qInstallMessageHandler(dropOffscreenNoise);
+    }
+}
 
 HostOptions parseHostOptions(const std::vector<std::string>& arguments) {
     HostOptions options;

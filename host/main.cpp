@@ -22,21 +22,6 @@
 namespace fs = boost::filesystem;
 using namespace QorfmtHost;
 
-namespace {
-
-QtMessageHandler g_defaultHandler = nullptr;
-
-// The offscreen platform warns about every window feature it lacks; that is noise here.
-void quietOffscreen(QtMsgType type, const QMessageLogContext& context, const QString& message) {
-    if (type == QtWarningMsg && (message.startsWith("This plugin does not support") ||
-                                 message.startsWith("QStandardPaths: XDG_RUNTIME_DIR"))) {
-        return;
-    }
-    g_defaultHandler(type, context, message);
-}
-
-} // namespace
-
 int main(int argc, char** argv) {
     HostOptions options;
     try {
@@ -51,7 +36,7 @@ int main(int argc, char** argv) {
     }
     if (options.offscreen) {
         qputenv("QT_QPA_PLATFORM", "offscreen");
-        g_defaultHandler = qInstallMessageHandler(quietOffscreen);
+        quietOffscreenWarnings();
     } else if (!displayAvailable()) {
         std::cerr << "qorfmt-host: no display (neither DISPLAY nor WAYLAND_DISPLAY is set).\n"
                      "Run it offscreen, which saves pictures instead of showing windows:\n"

@@ -1,0 +1,310 @@
+#include "host_test_support.h"
+
+#include "dialog_window.h"
+#include "session_recorder.h"
+
+#include <testutil/temp_dir.h>
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QSignalSpy>
+#include <QSpinBox>
+#include <QStandardItemModel>
+#include <QTabWidget>
+#include <QTest>
+
+#include <stdexcept>
+
+using namespace HostTest;
+using nxsim::EventKind;
+using QorfmtHost::DialogWindow;
+
+namespace {
+
+class DialogWindowTest : public Fixture {
+protected:
+    void SetUp() override {
+        Fixture::SetUp();
+        dialog = shownDialog("nxsim_test_all.dlg");
+        window = std::make_unique<DialogWindow>(*dialog, true);
+        window->show();
+    }
+    void TearDown() override {
+        window.reset();
+        dialog.reset();
+        Fixture::TearDown();
+    }
+
+    template <class T>
+    T* control(const std::string& name) {
+        auto* widget = qobject_cast<T*>(window->control(name));
+        EXPECT_NE(widget, nullptr) << name;
+        return widget;
+    }
+    nxsim::RuntimeItem& item(const std::string& name) { return *dialog->item(name); }
+
+    std::unique_ptr<nxsim::RuntimeDialog> dialog;
+    std::unique_ptr<DialogWindow> window;
+};
+
+} // namespace
+
+TEST_F(DialogWindowTest, EveryItemKindShowsItsInitialStateAsANativeWidget) {
+    EXPECT_EQ(window->windowTitle(), "All Items");
+    EXPECT_EQ(control<QPushButton>("PRESS_ME")->text(), "Press");
+    EXPECT_TRUE(window->container("HIDDEN_BUTTON")->isHidden());
+    EXPECT_FALSE(window->container("DISABLED_BUTTON")->isEnabled());
+
+    auto* rows = control<QListWidget>("ROWS");
+    ASSERT_EQ(rows->count(), 3);
+    EXPECT_EQ(rows->item(2)->text(), "gamma");
+    EXPECT_TRUE(rows->selectedItems().isEmpty());
+    EXPECT_EQ(window->caption("ROWS")->text(), "Rows");
+
+    auto* units = control<QComboBox>("UNITS");
+    EXPECT_EQ(units->count(), 3);
+    EXPECT_EQ(units->currentIndex(), 1);
+    auto* model = qobject_cast<QStandardItemModel*>(units->model());
+    ASSERT_NE(model, nullptr);
+    EXPECT_TRUE(model->item(0)->isEnabled());
+    EXPECT_FALSE(model->item(2)->isEnabled());
+
+    EXPECT_EQ(control<QLineEdit>("NAME")->text(), "start");
+    EXPECT_EQ(window->caption("NAME")->text(), "Name");
+    EXPECT_EQ(control<QLineEdit>("WIDE")->text(), "");
+    EXPECT_EQ(control<QPlainTextEdit>("NOTES")->toPlainText(), "one\ntwo");
+
+    auto* corner = control<QGroupBox>("CORNER");
+    EXPECT_EQ(corner->title(), "Corner");
+    const auto radios = corner->findChildren<QRadioButton*>();
+    ASSERT_EQ(radios.size(), 2);
+    EXPECT_TRUE(radios[0]->isChecked());
+    EXPECT_EQ(control<QLineEdit>("COUNT")->text(), "7");
+    EXPECT_EQ(control<QLineEdit>("SCALE")->text(), "1.5");
+    EXPECT_TRUE(control<QCheckBox>("ENABLED")->isChecked());
+    EXPECT_EQ(control<QCheckBox>("ENABLED")->text(), "Enabled");
+    EXPECT_EQ(control<QSpinBox>("COLOUR")->value(), 186);
+    EXPECT_FALSE(window->container("INNER")->isEnabled());
+    EXPECT_FALSE(control<QPushButton>("INNER_BUTTON")->isEnabled());
+    EXPECT_EQ(control<QLabel>("STATUS")->text(), "Ready");
+
+    auto* tabs = window->findChild<QTabWidget*>();
+    ASSERT_NE(tabs, nullptr);
+    ASSERT_EQ(tabs->count(), 2);
+    EXPECT_EQ(tabs->tabText(0), "Numbers");
+    EXPECT_EQ(tabs->tabText(1), "Flags");
+
+    ASSERT_NE(window->navigationButton(0), nullptr);
+    EXPECT_EQ(window->navigationButton(0)->text(), "OK");
+    ASSERT_NE(window->navigationButton(1), nullptr);
+    EXPECT_EQ(window->navigationButton(2), nullptr);
+    ASSERT_NE(window->navigationButton(3), nullptr);
+}
+
+TEST_F(DialogWindowTest, ChangesMadeByTheProgramReachTheWidgets) {
+    item("STATUS").setLabel("Changed");
+    item("ROWS").setEntries({"one", "two"});
+    item("ROWS").setSelected(1);
+    item("UNITS").setEntrySensitive(0, false);
+    item("UNITS").setCurrentEntry(2);
+    item("NAME").setText("typed by code");
+    item("NOTES").setLines({"a", "b", "c"});
+    item("COUNT").setInt(-3);
+    item("ENABLED").setToggle(false);
+    item("PRESS_ME").setVisible(false);
+    item("WIDE").setSensitive(false);
+    item("WIDE").setLabel("Wider");
+    dialog->setTitle("New Title");
+    dialog->setNavigationSensitive(0, false);
+
+    EXPECT_EQ(control<QLabel>("STATUS")->text(), "Changed");
+    auto* rows = control<QListWidget>("ROWS");
+    ASSERT_EQ(rows->count(), 2);
+    EXPECT_EQ(rows->currentRow(), 1);
+    EXPECT_TRUE(rows->item(1)->isSelected());
+    auto* model = qobject_cast<QStandardItemModel*>(control<QComboBox>("UNITS")->model());
+    EXPECT_FALSE(model->item(0)->isEnabled());
+    EXPECT_EQ(control<QComboBox>("UNITS")->currentIndex(), 2);
+    EXPECT_EQ(control<QLineEdit>("NAME")->text(), "typed by code");
+    EXPECT_EQ(control<QPlainTextEdit>("NOTES")->toPlainText(), "a\nb\nc");
+    EXPECT_EQ(control<QLineEdit>("COUNT")->text(), "-3");
+    EXPECT_FALSE(control<QCheckBox>("ENABLED")->isChecked());
+    EXPECT_TRUE(window->container("PRESS_ME")->isHidden());
+    EXPECT_FALSE(window->container("WIDE")->isEnabled());
+    EXPECT_EQ(window->caption("WIDE")->text(), "Wider");
+    EXPECT_EQ(window->windowTitle(), "New Title");
+    EXPECT_FALSE(window->navigationButton(0)->isEnabled());
+    EXPECT_TRUE(window->navigationButton(3)->isEnabled());
+}
+
+TEST_F(DialogWindowTest, FocusSetByTheProgramMovesToTheWidget) {
+    item("COUNT").setFocus();
+    EXPECT_EQ(window->focusWidget(), window->control("COUNT"));
+    item("NAME").setFocus();
+    EXPECT_EQ(window->focusWidget(), window->control("NAME"));
+}
+
+TEST_F(DialogWindowTest, ClickingAButtonRunsItsActivateHandlerOnce) {
+    int calls = 0;
+    item("PRESS_ME").addHandler(EventKind::Activate, counting(calls), false);
+    QTest::mouseClick(control<QPushButton>("PRESS_ME"), Qt::LeftButton);
+    EXPECT_EQ(calls, 1);
+}
+
+TEST_F(DialogWindowTest, ClickingARowSelectsItAndFiresActivateDoubleClickFiresDoubleClick) {
+    int activates = 0;
+    int doubleClicks = 0;
+    item("ROWS").addHandler(EventKind::Activate, counting(activates), false);
+    item("ROWS").addHandler(EventKind::DoubleClick, counting(doubleClicks), false);
+    auto* rows = control<QListWidget>("ROWS");
+    rows->setCurrentRow(2);
+    EXPECT_EQ(item("ROWS").selected(), 2);
+    EXPECT_EQ(activates, 1);
+    emit rows->itemDoubleClicked(rows->item(1));
+    EXPECT_EQ(item("ROWS").selected(), 1);
+    EXPECT_EQ(doubleClicks, 1);
+    rows->clearSelection();
+    EXPECT_EQ(item("ROWS").selected(), -1);
+}
+
+TEST_F(DialogWindowTest, TypingSetsTheValueWithoutAnEventAndEnterFiresActivate) {
+    int calls = 0;
+    item("NAME").addHandler(EventKind::Activate, counting(calls), false);
+    auto* name = control<QLineEdit>("NAME");
+    name->setFocus();
+    QTest::keyClicks(name, "X");
+    EXPECT_EQ(item("NAME").text(), "startX");
+    EXPECT_EQ(calls, 0);
+    QTest::keyClick(name, Qt::Key_Return);
+    EXPECT_EQ(calls, 1);
+
+    auto* notes = control<QPlainTextEdit>("NOTES");
+    notes->setPlainText("x\ny");
+    EXPECT_EQ(item("NOTES").lines(), (std::vector<std::string>{"x", "y"}));
+    auto* count = control<QLineEdit>("COUNT");
+    count->clear();
+    QTest::keyClicks(count, "42");
+    EXPECT_EQ(item("COUNT").intValue(), 42);
+    control<QSpinBox>("COLOUR")->setValue(12);
+    EXPECT_EQ(item("COLOUR").intValue(), 12);
+}
+
+TEST_F(DialogWindowTest, ChoosingAnOptionOrRadioEntryFiresItsEvent) {
+    int activates = 0;
+    int changes = 0;
+    int toggles = 0;
+    item("UNITS").addHandler(EventKind::Activate, counting(activates), false);
+    item("CORNER").addHandler(EventKind::ValueChanged, counting(changes), false);
+    item("ENABLED").addHandler(EventKind::ValueChanged, counting(toggles), false);
+    emit control<QComboBox>("UNITS")->activated(0);
+    EXPECT_EQ(item("UNITS").intValue(), 0);
+    EXPECT_EQ(activates, 1);
+    control<QGroupBox>("CORNER")->findChildren<QRadioButton*>()[1]->click();
+    EXPECT_EQ(item("CORNER").intValue(), 1);
+    EXPECT_EQ(changes, 1);
+    control<QCheckBox>("ENABLED")->click();
+    EXPECT_FALSE(item("ENABLED").toggleValue());
+    EXPECT_EQ(toggles, 1);
+}
+
+TEST_F(DialogWindowTest, AnInsensitiveEntryIsRefusedAndTheWidgetShowsTheValueInForce) {
+    QSignalSpy notices(window.get(), &DialogWindow::notice);
+    auto* units = control<QComboBox>("UNITS");
+    units->setCurrentIndex(2);
+    emit units->activated(2);
+    EXPECT_EQ(item("UNITS").intValue(), 1);
+    EXPECT_EQ(units->currentIndex(), 1);
+    ASSERT_EQ(notices.count(), 1);
+    EXPECT_TRUE(notices.front().front().toString().contains("insensitive"));
+}
+
+TEST_F(DialogWindowTest, OkCancelAndTheCloseBoxEndTheDialog) {
+    QSignalSpy ended(window.get(), &DialogWindow::ended);
+    int cancels = 0;
+    dialog->dialogItem()->addHandler(EventKind::Cancel, counting(cancels), false);
+    window->close();
+    EXPECT_TRUE(dialog->ended());
+    EXPECT_EQ(dialog->response(), NXOpen::UIStyler::DialogResponseCancel);
+    EXPECT_EQ(cancels, 1);
+    EXPECT_EQ(ended.count(), 1);
+
+    auto second = shownDialog("nxsim_test_all.dlg");
+    DialogWindow okWindow(*second, true);
+    okWindow.show();
+    okWindow.navigationButton(0)->click();
+    EXPECT_TRUE(second->ended());
+    EXPECT_EQ(second->response(), NXOpen::UIStyler::DialogResponseOk);
+}
+
+TEST_F(DialogWindowTest, InsensitiveOkButtonFollowsSetNavigationSensitivity) {
+    dialog->setNavigationSensitive(0, false);
+    EXPECT_FALSE(window->navigationButton(0)->isEnabled());
+    dialog->setNavigationSensitive(0, true);
+    EXPECT_TRUE(window->navigationButton(0)->isEnabled());
+    dialog->setNavigationSensitive(3, false);
+    EXPECT_FALSE(window->navigationButton(3)->isEnabled());
+}
+
+TEST_F(DialogWindowTest, AHandlerExceptionIsKeptForThePresenterAndStopsFurtherInput) {
+    QSignalSpy failed(window.get(), &DialogWindow::failed);
+    int calls = 0;
+    item("PRESS_ME")
+        .addHandler(EventKind::Activate,
+                    LambdaCallback([&calls](auto*) -> NXOpen::UIStyler::DialogState {
+                        ++calls;
+                        throw std::runtime_error("handler broke");
+                    }),
+                    false);
+    control<QPushButton>("PRESS_ME")->click();
+    ASSERT_EQ(failed.count(), 1);
+    control<QPushButton>("PRESS_ME")->click();
+    EXPECT_EQ(calls, 1);
+    std::exception_ptr error = window->takeError();
+    ASSERT_TRUE(error);
+    try {
+        std::rethrow_exception(error);
+    } catch (const std::runtime_error& e) {
+        EXPECT_STREQ(e.what(), "handler broke");
+    }
+}
+
+TEST_F(DialogWindowTest, AReplayWindowShowsStateButIgnoresInput) {
+    auto replayed = shownDialog("nxsim_test_all.dlg");
+    DialogWindow replayWindow(*replayed, false);
+    replayWindow.show();
+    int calls = 0;
+    replayed->item("PRESS_ME")->addHandler(EventKind::Activate, counting(calls), false);
+    qobject_cast<QPushButton*>(replayWindow.control("PRESS_ME"))->click();
+    EXPECT_EQ(calls, 0);
+    replayed->item("STATUS")->setLabel("from the journal");
+    EXPECT_EQ(qobject_cast<QLabel*>(replayWindow.control("STATUS"))->text(), "from the journal");
+}
+
+TEST_F(DialogWindowTest, UserActionsAreRecordedAsJournalLinesTypingAsOneSetLine) {
+    TestUtil::TempDir temp;
+    QorfmtHost::SessionRecorder recorder(temp.path() / "session.jnl");
+    window->setRecorder(&recorder, 1);
+    auto* name = control<QLineEdit>("NAME");
+    name->clear();
+    QTest::keyClicks(name, "Ann B");
+    control<QPushButton>("PRESS_ME")->click();
+    control<QListWidget>("ROWS")->setCurrentRow(1);
+    emit control<QComboBox>("UNITS")->activated(0);
+    control<QCheckBox>("ENABLED")->click();
+    window->navigationButton(0)->click();
+    EXPECT_EQ(recorder.text(), "# recorded by qorfmt-host\n"
+                               "  set NAME \"Ann B\"\n"
+                               "  press PRESS_ME\n"
+                               "  select ROWS 1\n"
+                               "  choose UNITS 0\n"
+                               "  toggle ENABLED off\n"
+                               "  ok\n");
+    EXPECT_EQ(TestUtil::readFile(temp.path() / "session.jnl"), recorder.text());
+}

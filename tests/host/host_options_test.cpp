@@ -1,0 +1,71 @@
+#include "host_options.h"
+
+#include <testutil/temp_dir.h>
+
+#include <gtest/gtest.h>
+
+using QorfmtHost::HostOptions;
+using QorfmtHost::parseHostOptions;
+using QorfmtHost::UsageError;
+
+TEST(HostOptionsTest, EveryOptionIsRead) {
+    HostOptions o = parseHostOptions({"--site", "s", "--configuration", "c", "--search-path", "a:b",
+                                      "--library", "l.so", "--replay", "j.jnl", "--offscreen",
+                                      "--screenshots", "shots", "--no-run"});
+    EXPECT_EQ(o.site.string(), "s");
+    EXPECT_EQ(o.configuration, "c");
+    EXPECT_EQ(o.searchPath, "a:b");
+    EXPECT_EQ(o.library.string(), "l.so");
+    EXPECT_EQ(o.replay.string(), "j.jnl");
+    EXPECT_TRUE(o.offscreen);
+    EXPECT_EQ(o.screenshots.string(), "shots");
+    EXPECT_FALSE(o.runAtStart);
+    EXPECT_TRUE(parseHostOptions({"--record", "out.jnl"}).record == "out.jnl");
+}
+
+TEST(HostOptionsTest, NothingGivenRunsTheLibraryInteractively) {
+    HostOptions o = parseHostOptions({});
+    EXPECT_TRUE(o.runAtStart);
+    EXPECT_FALSE(o.offscreen);
+    EXPECT_TRUE(o.replay.empty());
+    EXPECT_TRUE(o.record.empty());
+    EXPECT_TRUE(o.screenshots.empty());
+}
+
+TEST(HostOptionsTest, UnknownArgumentMissingValueAndReplayWithRecordAreUsageErrors) {
+    EXPECT_THROW(parseHostOptions({"--sight", "x"}), UsageError);
+    EXPECT_THROW(parseHostOptions({"--site"}), UsageError);
+    EXPECT_THROW(parseHostOptions({"--library", ""}), UsageError);
+    EXPECT_THROW(parseHostOptions({"--replay", "a", "--record", "b"}), UsageError);
+    try {
+        parseHostOptions({"--screenshots"});
+        FAIL();
+    } catch (const UsageError& e) {
+        EXPECT_STREQ(e.what(), "--screenshots needs a value");
+    }
+}
+
+TEST(HostOptionsTest, DefaultsAreTheExampleSiteAndTheLibraryBesideTheHost) {
+    HostOptions o;
+    QorfmtHost::applyDefaults(o, "/opt/qorfmt/bin");
+    EXPECT_EQ(o.site, boost::filesystem::path(QORFMT_SOURCE_DIR) / "examples" / "site");
+    EXPECT_EQ(o.library.string(), "/opt/qorfmt/bin/libqorfmt_configure.so");
+
+    HostOptions given = parseHostOptions({"--site", "/x", "--library", "/y.so"});
+    QorfmtHost::applyDefaults(given, "/opt/qorfmt/bin");
+    EXPECT_EQ(given.site.string(), "/x");
+    EXPECT_EQ(given.library.string(), "/y.so");
+}
+
+TEST(HostOptionsTest, DisplayIsAvailableOnlyWithAPlatformOrADisplay) {
+    TestUtil::ScopedEnvironment env;
+    env.set("QT_QPA_PLATFORM", nullptr);
+    env.set("DISPLAY", nullptr);
+    env.set("WAYLAND_DISPLAY", nullptr);
+    EXPECT_FALSE(QorfmtHost::displayAvailable());
+    env.set("DISPLAY", ":7");
+    EXPECT_TRUE(QorfmtHost::displayAvailable());
+    env.set("DISPLAY", nullptr);
+    env.set("QT_QPA_PLATFORM", "offscreen");
+    EXPECT_TRUE(QorfmtHost::displayAvailable());
+}
