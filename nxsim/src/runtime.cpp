@@ -20,9 +20,10 @@ using NXOpen::UIStyler::StylerEvent;
 
 namespace {
 
+// Never destroyed: items held by objects that outlive static destruction still unregister.
 std::map<void*, std::weak_ptr<RuntimeItem>>& handles() {
-    static std::map<void*, std::weak_ptr<RuntimeItem>> map;
-    return map;
+    static auto* map = new std::map<void*, std::weak_ptr<RuntimeItem>>();
+    return *map;
 }
 
 StylerEvent::Reason reasonFor(EventKind event) {

@@ -176,6 +176,90 @@ TEST_F(StylerItems, LabelsGroupsFocusTitleAndNavigation) {
     EXPECT_EQ(dialog->GetDialogIndex("nxsim_test_all"), self);
 }
 
+TEST_F(StylerItems, LabelSensitivityVisibilityAndFocusOfEveryKind) {
+    auto rt = [](StylerItem* item) { return static_cast<nxsim::RuntimeItem*>(item->GetHandle()); };
+    auto dialogOf = [&](StylerItem* item) -> nxsim::RuntimeDialog& { return rt(item)->dialog(); };
+
+    PushButton* button = dialog->GetPushButton("PRESS_ME");
+    button->SetLabel("Go");
+    button->SetVisibility(false);
+    button->SetFocus();
+    EXPECT_EQ(rt(button)->label(), "Go");
+    EXPECT_FALSE(button->Visibility());
+    EXPECT_EQ(dialogOf(button).focus(), rt(button));
+
+    SingleSelectList* list = dialog->GetSingleSelectList("ROWS");
+    list->SetSensitivity(false);
+    list->SetVisibility(false);
+    list->SetFocus();
+    EXPECT_FALSE(rt(list)->sensitive());
+    EXPECT_FALSE(rt(list)->visible());
+    EXPECT_TRUE(rt(list)->focused());
+
+    for (StylerItem* item : std::initializer_list<StylerItem*>{
+             dialog->GetStringItem("NAME"), dialog->GetWideString("WIDE"),
+             dialog->GetMultiTextBox("NOTES"), dialog->GetIntegerItem("COUNT"),
+             dialog->GetRealItem("SCALE")}) {
+        const std::string name = rt(item)->name();
+        if (auto* s = dynamic_cast<StringItem*>(item)) {
+            s->SetLabel("L");
+            s->SetSensitivity(false);
+            s->SetVisibility(false);
+            s->SetFocus();
+        } else if (auto* w = dynamic_cast<WideString*>(item)) {
+            w->SetLabel("L");
+            w->SetSensitivity(false);
+            w->SetVisibility(false);
+            w->SetFocus();
+        } else if (auto* m = dynamic_cast<MultiTextBox*>(item)) {
+            m->SetLabel("L");
+            m->SetSensitivity(false);
+            m->SetVisibility(false);
+            m->SetFocus();
+        } else if (auto* i = dynamic_cast<IntegerItem*>(item)) {
+            i->SetLabel("L");
+            i->SetSensitivity(false);
+            i->SetVisibility(false);
+            i->SetFocus();
+        } else if (auto* r = dynamic_cast<RealItem*>(item)) {
+            r->SetLabel("L");
+            r->SetSensitivity(false);
+            r->SetVisibility(false);
+            r->SetFocus();
+        }
+        EXPECT_EQ(rt(item)->label(), "L") << name;
+        EXPECT_FALSE(rt(item)->sensitive()) << name;
+        EXPECT_FALSE(rt(item)->visible()) << name;
+        EXPECT_TRUE(rt(item)->focused()) << name;
+    }
+
+    RadioBox* corner = dialog->GetRadioBox("CORNER");
+    corner->SetSensitivity(-1, false);
+    corner->SetVisibility(false);
+    EXPECT_FALSE(rt(corner)->sensitive());
+    EXPECT_FALSE(rt(corner)->visible());
+
+    Toggle* toggle = dialog->GetToggle("ENABLED");
+    toggle->SetSensitivity(0, false);
+    toggle->SetVisibility(false);
+    toggle->SetFocus();
+    EXPECT_FALSE(rt(toggle)->sensitive());
+    EXPECT_FALSE(rt(toggle)->visible());
+    EXPECT_TRUE(rt(toggle)->focused());
+
+    ColorTool* colour = dialog->GetColorTool("COLOUR");
+    colour->SetSensitivity(false);
+    colour->SetVisibility(false);
+    EXPECT_FALSE(rt(colour)->sensitive());
+    EXPECT_FALSE(rt(colour)->visible());
+
+    LabelItem* label = dialog->GetLabelItem("STATUS");
+    label->SetSensitivity(false);
+    label->SetVisibility(false);
+    EXPECT_FALSE(rt(label)->sensitive());
+    EXPECT_FALSE(rt(label)->visible());
+}
+
 TEST_F(StylerItems, CopiesAndHandleObjectsActOnTheSameItem) {
     SingleSelectList* list = dialog->GetSingleSelectList("ROWS");
     SingleSelectList copy(*list);
