@@ -1,0 +1,114 @@
+#include "host_test_support.h"
+
+#include <testutil/temp_dir.h>
+
+#include <QImage>
+
+#include <cstdio>
+
+using namespace HostTest;
+
+namespace {
+
+struct ProgramRun {
+    int exitCode = -1;
+    std::string output;
+};
+
+class HostProgramTest : public ::testing::Test {
+protected:
+    /// Runs qorfmt-host in the test parts directory with the stand-in's test dialogs; `prefix`
+    /// goes before the program (e.g. an env command).
+    ProgramRun host(const std::string& arguments, const std::string& prefix = "") {
+        const fs::path out = temp.path() / "output.txt";
+        const std::string command = "cd '" + (kNxsimData / "parts").string() +
+                                    "' && QORFMT_RESOURCE_PATH='" + (kNxsimData / "dlg").string() +
+                                    "' " + prefix + " '" QORFMT_HOST "' " + arguments + " >'" +
+                                    out.string() + "' 2>&1";
+        const int status = std::system(command.c_str());
+        ProgramRun run;
+        run.exitCode = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+        run.output = TestUtil::readFile(out);
+        return run;
+    }
+    std::string testLibrary() const {
+        return "--library '" NXSIM_TEST_UFUNC "' --site '" + kHostData.string() + "'";
+    }
+    std::vector<std::string> pictures(const fs::path& dir) const {
+        std::vector<std::string> names;
+        if (fs::is_directory(dir)) {
+            for (const auto& entry : fs::directory_iterator(dir)) {
+                names.push_back(entry.path().filename().string());
+            }
+        }
+        std::sort(names.begin(), names.end());
+        return names;
+    }
+    TestUtil::TempDir temp;
+};
+
+} // namespace
+
+TEST_F(HostProgramTest, OffscreenReplayPassesAndSavesAPictureOfEveryDialogAndBox) {
+    const fs::path shots = temp.path() / "shots";
+    ProgramRun run = host("--offscreen --replay '" + (kHostData / "host_session.jnl").string() +
+                          "' --screenshots '" + shots.string() + "' " + testLibrary());
+    EXPECT_EQ(run.exitCode, 0) << run.output;
+    EXPECT_EQ(
+        pictures(shots),
+        (std::vector<std::string>{"001_nxsim_test_main.png", "002_message-Info.png",
+                                  "003_nxsim_test_child.dlg.png", "004_pick-Frame_Templates.png"}));
+    QImage main(QString::fromStdString((shots / "001_nxsim_test_main.png").string()));
+    ASSERT_FALSE(main.isNull());
+    EXPECT_GT(main.width(), 100);
+    EXPECT_GT(main.height(), 100);
+}
+
+TEST_F(HostProgramTest, AFailingJournalExitsOneNamingFileAndLine) {
+    ProgramRun run = host("--offscreen --replay '" + (kHostData / "host_fails.jnl").string() +
+                          "' " + testLibrary());
+    EXPECT_EQ(run.exitCode, 1);
+    EXPECT_NE(run.output.find("host_fails.jnl:7: "), std::string::npos) << run.output;
+}
+
+TEST_F(HostProgramTest, WithoutADisplayItExitsTwoAndSaysHowToRunOffscreen) {
+    ProgramRun run = host(testLibrary(), "env -u DISPLAY -u WAYLAND_DISPLAY -u QT_QPA_PLATFORM");
+    EXPECT_EQ(run.exitCode, 2);
+    EXPECT_NE(run.output.find("--offscreen --screenshots DIR"), std::string::npos) << run.output;
+}
+
+TEST_F(HostProgramTest, OffscreenWithoutAJournalShowsTheDialogClosesItAndQuits) {
+    const fs::path shots = temp.path() / "shots";
+    ProgramRun run = host("--offscreen --screenshots '" + shots.string() + "' " + testLibrary());
+    EXPECT_EQ(run.exitCode, 0) << run.output;
+    EXPECT_EQ(pictures(shots), std::vector<std::string>{"001_nxsim_test_main.png"});
+}
+
+TEST_F(HostProgramTest, RecordingOffscreenWritesAJournalThatReplays) {
+    const fs::path journal = temp.path() / "auto.jnl";
+    ProgramRun run = host("--offscreen --record '" + journal.string() + "' " + testLibrary());
+    ASSERT_EQ(run.exitCode, 0) << run.output;
+    EXPECT_EQ(
+        TestUtil::readFile(journal),
+        "# recorded by qorfmt-host\nrun\ndialog nxsim_test_main\n  close\nexpect listing \"\"\n");
+    ProgramRun replay = host("--offscreen --replay '" + journal.string() + "' " + testLibrary());
+    EXPECT_EQ(replay.exitCode, 0) << replay.output;
+}
+
+TEST_F(HostProgramTest, UsageErrorsAndAMissingLibraryExitTwo) {
+    EXPECT_EQ(host("--offscreen --no-such-option").exitCode, 2);
+    EXPECT_EQ(host("--offscreen --replay a.jnl --record b.jnl").exitCode, 2);
+    ProgramRun missing = host("--offscreen --library '" + (temp.path() / "libnone.so").string() +
+                              "' --site '" + kHostData.string() + "'");
+    EXPECT_EQ(missing.exitCode, 2);
+    EXPECT_NE(missing.output.find("libnone.so"), std::string::npos);
+    ProgramRun site = host("--offscreen --site '" + (temp.path() / "nosite").string() + "'");
+    EXPECT_EQ(site.exitCode, 2);
+    EXPECT_NE(site.output.find("nosite"), std::string::npos);
+}
+
+TEST_F(HostProgramTest, HelpPrintsTheCommandLine) {
+    ProgramRun run = host("--help");
+    EXPECT_EQ(run.exitCode, 0);
+    EXPECT_NE(run.output.find("--replay JOURNAL"), std::string::npos);
+}

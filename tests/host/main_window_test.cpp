@@ -1,0 +1,154 @@
+#include "host_test_support.h"
+
+#include "dialog_window.h"
+#include "host_session.h"
+#include "list_picker.h"
+#include "main_window.h"
+#include "qt_presenter.h"
+#include "session_recorder.h"
+
+#include <testutil/temp_dir.h>
+
+#include <QApplication>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTest>
+#include <QTimer>
+
+#include <cstdio>
+#include <fstream>
+
+using namespace HostTest;
+using QorfmtHost::DialogWindow;
+
+namespace {
+
+// Answers the next modal box or picker that appears, as a user would.
+void answerNextModal(int pickRow) {
+    QTimer::singleShot(0, [pickRow] {
+        for (QWidget* w : QApplication::topLevelWidgets()) {
+            if (!w->isVisible()) {
+                continue;
+            }
+            if (auto* picker = qobject_cast<QorfmtHost::ListPicker*>(w)) {
+                picker->list()->setCurrentRow(pickRow);
+                picker->accept();
+                return;
+            }
+            if (auto* box = qobject_cast<QMessageBox*>(w)) {
+                box->accept();
+                return;
+            }
+        }
+    });
+}
+
+int runReplayProgram(const fs::path& journal, const fs::path& site) {
+    const std::string command =
+        "cd '" + (kNxsimData / "parts").string() + "' && QORFMT_RESOURCE_PATH='" +
+        (kNxsimData / "dlg").string() + "' '" QORFMT_REPLAY "' '" + journal.string() +
+        "' --site '" + site.string() + "' --library '" NXSIM_TEST_UFUNC "' >/dev/null 2>&1";
+    const int status = std::system(command.c_str());
+    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+}
+
+class MainWindowTest : public Fixture {
+protected:
+    void SetUp() override {
+        Fixture::SetUp();
+        options.site = kHostData;
+        options.library = NXSIM_TEST_UFUNC;
+    }
+    TestUtil::TempDir temp;
+    QorfmtHost::HostOptions options;
+    QorfmtHost::LibraryCache libraries;
+};
+
+} // namespace
+
+TEST_F(MainWindowTest, ARecordedSessionReplaysWithQorfmtReplayToTheSameEndState) {
+    const fs::path journal = temp.path() / "session.jnl";
+    {
+        QorfmtHost::SessionRecorder recorder(journal);
+        QorfmtHost::MainWindow window(options, libraries, &recorder, nullptr);
+        window.show();
+        window.presenter().onDialogShown = [](DialogWindow& w) {
+            if (w.dialog().journalName() != "nxsim_test_main") {
+                return;
+            }
+            QTimer::singleShot(0, &w, [&w] {
+                auto* name = qobject_cast<QLineEdit*>(w.control("NAME"));
+                name->setFocus();
+                QTest::keyClicks(name, "Bob");
+                answerNextModal(0);
+                qobject_cast<QPushButton*>(w.control("SHOW_INFO"))->click();
+                answerNextModal(1);
+                qobject_cast<QPushButton*>(w.control("PICK"))->click();
+                qobject_cast<QPushButton*>(w.control("LISTING"))->click();
+                w.navigationButton(0)->click();
+            });
+        };
+        ScopedCurrentPath parts(kNxsimData / "parts");
+        ASSERT_TRUE(window.runLibrary(options.library, true));
+        EXPECT_TRUE(window.ranUserFunction());
+    }
+    EXPECT_EQ(TestUtil::readFile(journal), "# recorded by qorfmt-host\n"
+                                           "run\n"
+                                           "dialog nxsim_test_main\n"
+                                           "  set NAME \"Bob\"\n"
+                                           "  press SHOW_INFO\n"
+                                           "  message information \"Info\" \"Hello Bob\"\n"
+                                           "  press PICK\n"
+                                           "  pick \"Frame Templates\" 1\n"
+                                           "  press LISTING\n"
+                                           "  ok\n"
+                                           "expect listing \"Summary of Bob\\n\"\n");
+    EXPECT_EQ(runReplayProgram(journal, options.site), 0);
+
+    // The end state is checked: a journal that arrives elsewhere fails.
+    std::string text = TestUtil::readFile(journal);
+    text.replace(text.find("Summary of Bob"), 14, "Summary of Eve");
+    std::ofstream(journal.string()) << text;
+    EXPECT_EQ(runReplayProgram(journal, options.site), 1);
+}
+
+TEST_F(MainWindowTest, AnExceptionFromAHandlerLeavesTheWindowsAndReachesTheUserFunction) {
+    // The test user function shows an exception's text in an "Error" box, as ufusr does.
+    QorfmtHost::MainWindow window(options, libraries, nullptr, nullptr);
+    std::vector<std::string> shown;
+    window.presenter().onDialogShown = [&shown](DialogWindow& w) {
+        shown.push_back(w.dialog().journalName());
+        QTimer::singleShot(0, &w, [&w] {
+            qobject_cast<QLineEdit*>(w.control("CODE"))->setText("1105004");
+            w.dialog().setValue("CODE", "1105004");
+            answerNextModal(0);
+            qobject_cast<QPushButton*>(w.control("FAIL"))->click();
+        });
+    };
+    ASSERT_TRUE(window.runLibrary(options.library, true));
+    EXPECT_EQ(shown, std::vector<std::string>{"nxsim_test_main"});
+    EXPECT_TRUE(window.presenter().windows().empty());
+    const auto messages = nxsim::shownMessages();
+    ASSERT_EQ(messages.size(), 1u);
+    EXPECT_EQ(messages[0].title, "Error");
+    EXPECT_EQ(nxsim::initializeDepth(), 0);
+}
+
+TEST_F(MainWindowTest, OffscreenWithoutAJournalClosesEachDialogAfterItsPicture) {
+    QorfmtHost::MainWindow window(options, libraries, nullptr, nullptr);
+    window.presenter().setMode(QorfmtHost::QtPresenter::Mode::AutoClose);
+    int shown = 0;
+    window.presenter().onDialogShown = [&shown](DialogWindow&) { ++shown; };
+    ASSERT_TRUE(window.runLibrary(options.library, true));
+    EXPECT_EQ(shown, 1);
+    EXPECT_TRUE(nxsim::shownDialogs().empty());
+}
+
+TEST_F(MainWindowTest, ALibraryThatCannotBeLoadedIsReportedAndNotRun) {
+    QorfmtHost::MainWindow window(options, libraries, nullptr, nullptr);
+    answerNextModal(0);
+    EXPECT_FALSE(window.runLibrary(temp.path() / "libnothing.so", true));
+    EXPECT_FALSE(window.ranUserFunction());
+}
