@@ -5,6 +5,7 @@
 #include "sample_documents.h"
 #include "testutil/temp_dir.h"
 
+#include <boost/filesystem/operations.hpp>
 #include <boost/make_shared.hpp>
 
 #include <gtest/gtest.h>
@@ -164,4 +165,23 @@ TEST(FordefRoundTrip, SmallDocumentIsWrittenInTheDocumentedLayout) {
     EXPECT_NE(xml.find("  <translation key=\"German_TITLE_DRAWN_BY_\" text=\"Gezeichnet\"/>\n"
                        "</fordef>\n"),
               std::string::npos);
+}
+
+TEST(FordefRoundTrip, WriterOutputMatchesTheCommittedSeedDocuments) {
+    // The seeds double as golden files: a change of the written bytes must be deliberate.
+    const fs::path seeds(QORFMT_SEED_DIR);
+    EXPECT_EQ(FordefWriter::toXml(*ModelTest::makeSmallDocument("")),
+              TestUtil::readFile(seeds / "small.fordef"));
+    EXPECT_EQ(FordefWriter::toXml(*ModelTest::makeFullDocument("")),
+              TestUtil::readFile(seeds / "full.fordef"));
+    EXPECT_EQ(FordefWriter::toXml(DefinitionDocument("")),
+              TestUtil::readFile(seeds / "no_objects.fordef"));
+}
+
+TEST(FordefRoundTrip, EverySeedDocumentValidatesAndRewritesToTheSameBytes) {
+    for (fs::directory_iterator it(QORFMT_SEED_DIR), end; it != end; ++it) {
+        expectValid(it->path());
+        const auto document = FordefReader::read(it->path());
+        EXPECT_EQ(FordefWriter::toXml(*document), TestUtil::readFile(it->path())) << it->path();
+    }
 }
