@@ -16,71 +16,74 @@ class GraphicsViewTest : public Fixture {
 protected:
     void SetUp() override {
         Fixture::SetUp();
-        view.resize(600, 400);
-        view.show();
-        view.showPart((kNxsimData / "parts" / "a3_metric.prt").string());
+        owned = std::make_unique<GraphicsView>();
+        view = owned.get();
+        view->resize(600, 400);
+        view->show();
+        view->showPart((kNxsimData / "parts" / "a3_metric.prt").string());
     }
-    GraphicsView view;
+    std::unique_ptr<GraphicsView> owned;
+    GraphicsView* view = nullptr;
 };
 
 } // namespace
 
 TEST_F(GraphicsViewTest, TheSheetOfTheDisplayPartFillsTheWindow) {
-    ASSERT_TRUE(view.part().has_value());
-    const QRectF bounds = view.partBounds();
+    ASSERT_TRUE(view->part().has_value());
+    const QRectF bounds = view->partBounds();
     EXPECT_DOUBLE_EQ(bounds.left(), 0.0);
     EXPECT_DOUBLE_EQ(bounds.top(), 0.0);
     EXPECT_DOUBLE_EQ(bounds.width(), 420.0);
     EXPECT_DOUBLE_EQ(bounds.height(), 297.0);
     // y grows upwards: the sheet's origin is at the lower left.
-    const QPointF origin = view.toScreen(0.0, 0.0);
-    const QPointF far = view.toScreen(420.0, 297.0);
-    EXPECT_LT(origin.y(), view.height());
+    const QPointF origin = view->toScreen(0.0, 0.0);
+    const QPointF far = view->toScreen(420.0, 297.0);
+    EXPECT_LT(origin.y(), view->height());
     EXPECT_GT(origin.y(), far.y());
     EXPECT_LT(origin.x(), far.x());
-    const QPointF back = view.toPart(view.toScreen(123.0, 45.0));
+    const QPointF back = view->toPart(view->toScreen(123.0, 45.0));
     EXPECT_NEAR(back.x(), 123.0, 1e-9);
     EXPECT_NEAR(back.y(), 45.0, 1e-9);
 }
 
 TEST_F(GraphicsViewTest, AClickInPointModeAnswersThePointInPartCoordinates) {
-    QSignalSpy picked(&view, &GraphicsView::pointPicked);
-    view.beginPick(GraphicsView::PickMode::Point, "Select corner point");
-    QTest::mouseClick(&view, Qt::LeftButton, Qt::NoModifier, view.toScreen(100.0, 50.0).toPoint());
+    QSignalSpy picked(view, &GraphicsView::pointPicked);
+    view->beginPick(GraphicsView::PickMode::Point, "Select corner point");
+    QTest::mouseClick(view, Qt::LeftButton, Qt::NoModifier, view->toScreen(100.0, 50.0).toPoint());
     ASSERT_EQ(picked.count(), 1);
     EXPECT_NEAR(picked.front()[0].toDouble(), 100.0, 2.0);
     EXPECT_NEAR(picked.front()[1].toDouble(), 50.0, 2.0);
 }
 
 TEST_F(GraphicsViewTest, AClickNearAnObjectSelectsItsTagAndFarFromAllSelectsNothing) {
-    QSignalSpy picked(&view, &GraphicsView::objectPicked);
-    view.beginPick(GraphicsView::PickMode::Object, "Select an object");
+    QSignalSpy picked(view, &GraphicsView::objectPicked);
+    view->beginPick(GraphicsView::PickMode::Object, "Select an object");
     // The line of tag 13 runs at y = 20 across the sheet.
-    QTest::mouseClick(&view, Qt::LeftButton, Qt::NoModifier, view.toScreen(200.0, 21.0).toPoint());
+    QTest::mouseClick(view, Qt::LeftButton, Qt::NoModifier, view->toScreen(200.0, 21.0).toPoint());
     ASSERT_EQ(picked.count(), 1);
     EXPECT_EQ(picked.front()[0].toUInt(), 13u);
-    QTest::mouseClick(&view, Qt::LeftButton, Qt::NoModifier, view.toScreen(200.0, 200.0).toPoint());
+    QTest::mouseClick(view, Qt::LeftButton, Qt::NoModifier, view->toScreen(200.0, 200.0).toPoint());
     EXPECT_EQ(picked.count(), 1);
-    const nxsim::SimObject* point = view.objectNear(view.toScreen(10.0, 10.0));
+    const nxsim::SimObject* point = view->objectNear(view->toScreen(10.0, 10.0));
     ASSERT_NE(point, nullptr);
     EXPECT_EQ(point->tag, 11u);
 }
 
 TEST_F(GraphicsViewTest, EscapeOrARightClickCancelsAPick) {
-    QSignalSpy cancelled(&view, &GraphicsView::pickCancelled);
-    view.beginPick(GraphicsView::PickMode::Point, "cue");
-    QTest::keyClick(&view, Qt::Key_Escape);
-    QTest::mouseClick(&view, Qt::RightButton);
+    QSignalSpy cancelled(view, &GraphicsView::pickCancelled);
+    view->beginPick(GraphicsView::PickMode::Point, "cue");
+    QTest::keyClick(view, Qt::Key_Escape);
+    QTest::mouseClick(view, Qt::RightButton);
     EXPECT_EQ(cancelled.count(), 2);
-    view.endPick();
-    QTest::mouseClick(&view, Qt::RightButton);
+    view->endPick();
+    QTest::mouseClick(view, Qt::RightButton);
     EXPECT_EQ(cancelled.count(), 2);
 }
 
 TEST_F(GraphicsViewTest, APartFileThatCannotBeReadIsReportedNotDrawn) {
-    view.showPart((kNxsimData / "parts" / "vendor_binary.prt").string());
-    EXPECT_FALSE(view.part().has_value());
-    view.showPart("");
-    EXPECT_FALSE(view.part().has_value());
-    EXPECT_TRUE(view.partFile().empty());
+    view->showPart((kNxsimData / "parts" / "vendor_binary.prt").string());
+    EXPECT_FALSE(view->part().has_value());
+    view->showPart("");
+    EXPECT_FALSE(view->part().has_value());
+    EXPECT_TRUE(view->partFile().empty());
 }

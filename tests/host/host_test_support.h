@@ -30,16 +30,17 @@ namespace fs = boost::filesystem;
 inline const fs::path kNxsimData = NXSIM_TEST_DATA;
 inline const fs::path kHostData = HOST_TEST_DATA;
 
-/// The one QApplication of the test program, on Qt's offscreen platform.
+/// The one QApplication of the test program, on Qt's offscreen platform. It is never destroyed:
+/// at exit, Qt's own globals may already be gone.
 inline QApplication& application() {
-    static std::unique_ptr<QApplication> app;
+    static QApplication* app = nullptr;
     if (!app) {
         ::setenv("QT_QPA_PLATFORM", "offscreen", 1);
         QorfmtHost::quietOffscreenWarnings();
         static int argc = 1;
         static char name[] = "host_tests";
         static char* argv[] = {name, nullptr};
-        app = std::make_unique<QApplication>(argc, argv);
+        app = new QApplication(argc, argv);
     }
     return *app;
 }
