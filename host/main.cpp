@@ -22,6 +22,20 @@
 namespace fs = boost::filesystem;
 using namespace QorfmtHost;
 
+namespace {
+
+// The main window at the end of a replay or an offscreen run: listing, cue line and graphics.
+void saveFinalPicture(MainWindow& window, Screenshots& screenshots) {
+    try {
+        window.refreshPlatform();
+        screenshots.save(window, "main_window");
+    } catch (const std::exception& e) {
+        std::cerr << "qorfmt-host: " << e.what() << '\n';
+    }
+}
+
+} // namespace
+
 int main(int argc, char** argv) {
     HostOptions options;
     try {
@@ -83,6 +97,7 @@ int main(int argc, char** argv) {
                           << '\n';
             }
             exitCode = outcome.exitCode;
+            saveFinalPicture(window, screenshots);
             QApplication::exit(exitCode);
         });
     } else if (options.offscreen) {
@@ -102,6 +117,7 @@ int main(int argc, char** argv) {
             } else if (!window.runLibrary(options.library, true)) {
                 exitCode = 1;
             }
+            saveFinalPicture(window, screenshots);
             QApplication::exit(exitCode);
         });
     } else if (options.runAtStart) {

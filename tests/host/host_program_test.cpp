@@ -54,10 +54,10 @@ TEST_F(HostProgramTest, OffscreenReplayPassesAndSavesAPictureOfEveryDialogAndBox
     ProgramRun run = host("--offscreen --replay '" + (kHostData / "host_session.jnl").string() +
                           "' --screenshots '" + shots.string() + "' " + testLibrary());
     EXPECT_EQ(run.exitCode, 0) << run.output;
-    EXPECT_EQ(
-        pictures(shots),
-        (std::vector<std::string>{"001_nxsim_test_main.png", "002_message-Info.png",
-                                  "003_nxsim_test_child.dlg.png", "004_pick-Frame_Templates.png"}));
+    EXPECT_EQ(pictures(shots),
+              (std::vector<std::string>{"001_nxsim_test_main.png", "002_message-Info.png",
+                                        "003_nxsim_test_child.dlg.png",
+                                        "004_pick-Frame_Templates.png", "005_main_window.png"}));
     QImage main(QString::fromStdString((shots / "001_nxsim_test_main.png").string()));
     ASSERT_FALSE(main.isNull());
     EXPECT_GT(main.width(), 100);
@@ -81,7 +81,8 @@ TEST_F(HostProgramTest, OffscreenWithoutAJournalShowsTheDialogClosesItAndQuits) 
     const fs::path shots = temp.path() / "shots";
     ProgramRun run = host("--offscreen --screenshots '" + shots.string() + "' " + testLibrary());
     EXPECT_EQ(run.exitCode, 0) << run.output;
-    EXPECT_EQ(pictures(shots), std::vector<std::string>{"001_nxsim_test_main.png"});
+    EXPECT_EQ(pictures(shots),
+              (std::vector<std::string>{"001_nxsim_test_main.png", "002_main_window.png"}));
 }
 
 TEST_F(HostProgramTest, RecordingOffscreenWritesAJournalThatReplays) {
