@@ -13,6 +13,7 @@
 #include <cstdio>
 #include <cstring>
 #include <fstream>
+#include <stdexcept>
 #include <sys/stat.h>
 #include <vector>
 
@@ -149,15 +150,15 @@ private:
     }
 
     void readRaw(pugi::xml_node owner, pugi::xml_node raw, std::uint64_t& rawSeen) const {
+        if (raw.first_child()) {
+            fail(raw, "element " + quoted(kRawElement) + " must be empty");
+        }
         std::string attributeName;
         std::string hex;
         Bindings own;
         own.add("attribute", attributeName);
         own.add("hex", hex);
-        const pugi::xml_node after = own.read(raw);
-        if (after) {
-            fail(after, "element " + quoted(kRawElement) + " must be empty");
-        }
+        own.read(raw);
         for (int i = 0; i < m_count; ++i) {
             if (attributeName == m_items[i].name && m_items[i].kind == Kind::String) {
                 if (rawSeen & (std::uint64_t(1) << i)) {
@@ -175,7 +176,8 @@ private:
                       quoted(attributeName.c_str()));
     }
 
-    Binding m_items[32];
+    static constexpr int kCapacity = 32;
+    Binding m_items[kCapacity];
     int m_count = 0;
 };
 

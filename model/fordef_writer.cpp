@@ -15,6 +15,7 @@
 #include <array>
 #include <charconv>
 #include <cmath>
+#include <fstream>
 #include <functional>
 #include <memory>
 #include <vector>
@@ -367,6 +368,20 @@ std::string errnoText(int error) {
     return std::strerror(error);
 }
 
+// The process's umask, read without changing it (umask() can only be read by setting it).
+mode_t currentUmask() {
+    std::ifstream status("/proc/self/status");
+    std::string line;
+    while (std::getline(status, line)) {
+        if (line.compare(0, 6, "Umask:") == 0) {
+            return static_cast<mode_t>(std::stoul(line.substr(6), nullptr, 8));
+        }
+    }
+    const mode_t mask = ::umask(022);
+    ::umask(mask);
+    return mask;
+}
+
 void writeDocument(XmlOut& out, const DefinitionDocument& document) {
     out.text("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n");
     out.start(kRootElement);
@@ -453,11 +468,7 @@ void replaceFileAtomically(const fs::path& file,
         ::unlink(temporary.c_str());
         throw DocumentError(name, 0, what + ": " + errnoText(error));
     };
-    const mode_t mode = exists ? (existing.st_mode & 07777) : [] {
-        const mode_t mask = ::umask(0);
-        ::umask(mask);
-        return static_cast<mode_t>(0666 & ~mask);
-    }();
+    const mode_t mode = exists ? (existing.st_mode & 07777) : (0666 & ~currentUmask());
     if (::fchmod(fd, mode) != 0) {
         fail("cannot set the permissions of the new file", errno);
     }

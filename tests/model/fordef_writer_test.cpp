@@ -12,6 +12,7 @@
 #include <csignal>
 #include <functional>
 #include <sys/resource.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -188,4 +189,12 @@ TEST(FordefWriter, SaveOntoAFolderIsRefused) {
     TestUtil::TempDir dir;
     DefinitionDocument document("");
     EXPECT_THROW(document.save(dir.mkdir("folder.fordef")), DocumentError);
+}
+
+TEST(FordefWriter, NewFileGetsThePermissionsTheUmaskAllows) {
+    TestUtil::TempDir dir;
+    const mode_t previous = ::umask(027);
+    DefinitionDocument("").save(dir.path() / "new.fordef");
+    ::umask(previous);
+    EXPECT_EQ(fs::status(dir.path() / "new.fordef").permissions(), fs::perms(0640));
 }
