@@ -23,6 +23,8 @@
 #include <QTabWidget>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 namespace QorfmtHost {
 
 using nxsim::ItemKind;
@@ -81,6 +83,7 @@ DialogWindow::DialogWindow(nxsim::RuntimeDialog& dialog, bool interactive, QWidg
     layout->addStretch(1);
     buildNavigation(layout);
     refreshAll();
+    alignCaptions();
     refreshDialog();
     m_dialog.addObserver(this);
 }
@@ -135,9 +138,13 @@ QWidget* DialogWindow::buildItem(const nxsim::DlgElement& element, RuntimeItem& 
     view.item = &item;
     QWidget* control = nullptr;
     switch (element.kind) {
-    case ItemKind::PushButton:
-        control = new QPushButton;
+    case ItemKind::PushButton: {
+        auto* button = new QPushButton;
+        // Enter in a text field fires that field's activate event, never a button.
+        button->setAutoDefault(false);
+        control = button;
         break;
+    }
     case ItemKind::SingleSelectList: {
         auto* list = new QListWidget;
         list->setSelectionMode(QAbstractItemView::SingleSelection);
@@ -246,6 +253,26 @@ QWidget* DialogWindow::buildItem(const nxsim::DlgElement& element, RuntimeItem& 
     }
     connectItem(inserted.first->second);
     return view.container;
+}
+
+void DialogWindow::alignCaptions() {
+    // Fields one above the other read best with their boxes starting in one column.
+    std::map<QWidget*, std::vector<QLabel*>> byParent;
+    for (const auto& entry : m_views) {
+        const View& view = entry.second;
+        if (view.caption && captionBeside(view.item->kind())) {
+            byParent[view.container->parentWidget()].push_back(view.caption);
+        }
+    }
+    for (const auto& group : byParent) {
+        int width = 0;
+        for (QLabel* caption : group.second) {
+            width = std::max(width, caption->sizeHint().width());
+        }
+        for (QLabel* caption : group.second) {
+            caption->setMinimumWidth(width);
+        }
+    }
 }
 
 void DialogWindow::buildNavigation(QBoxLayout* layout) {
@@ -482,9 +509,12 @@ void DialogWindow::refresh(const View& view) {
         check->setChecked(item.toggleValue());
         break;
     }
-    case ItemKind::ColorTool:
-        static_cast<QSpinBox*>(view.control)->setValue(item.intValue());
+    case ItemKind::ColorTool: {
+        auto* spin = static_cast<QSpinBox*>(view.control);
+        spin->setRange(std::min(0, item.intValue()), std::max(216, item.intValue()));
+        spin->setValue(item.intValue());
         break;
+    }
     case ItemKind::GroupBox:
         static_cast<QGroupBox*>(view.control)->setTitle(qs(item.label()));
         break;
@@ -632,8 +662,9 @@ void DialogWindow::typed(const std::string& item, const std::string& value) {
         if (m_recorder) {
             m_recorder->pendingSet(this, item, value, m_depth);
         }
-    } catch (const nxsim::ActionRefused& refused) {
-        emit notice(QString::fromStdString(refused.what()));
+    } catch (const nxsim::ActionRefused&) {
+        // A number on its way ("-", "1e") is not taken yet; leaving the field shows the value
+        // in force.
     } catch (...) {
         m_error = std::current_exception();
         emit failed();

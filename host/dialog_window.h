@@ -84,6 +84,7 @@ private:
     QWidget* build(const nxsim::DlgElement& element);
     QWidget* buildItem(const nxsim::DlgElement& element, nxsim::RuntimeItem& item);
     void buildNavigation(QBoxLayout* layout);
+    void alignCaptions();
     void connectItem(View& view);
     void refresh(const View& view);
     void refreshAll();
