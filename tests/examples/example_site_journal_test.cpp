@@ -16,7 +16,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <memory>
 #include <string>
 #include <vector>
 
@@ -50,8 +49,10 @@ std::string itemList(const std::vector<std::string>& items) {
 
 class ExampleSiteInTheConfigurator : public ::testing::Test {
 protected:
-    ExampleSiteInTheConfigurator() : m_environment(siteEnvironment()) {
-        m_library.reset(new nxsim::UserFunctionLibrary(QORFMT_CONFIGURE_LIBRARY));
+    ExampleSiteInTheConfigurator() {
+        m_environment.set("QORFMT_SITE", site().string());
+        m_environment.set("QORFMT_CONFIGURATION", nullptr);
+        m_environment.set("QORFMT_SEARCH_PATH", nullptr);
         nxsim::reset();
     }
 
@@ -73,21 +74,19 @@ protected:
 
     nxsim::JournalResult run(const std::string& journal) {
         return TestUtil::runJournal(
-            journal, [this] { m_library->callUfusr(); }, site());
+            journal, [] { library().callUfusr(); }, site());
     }
 
 private:
-    static TestUtil::ScopedEnvironment* siteEnvironment() {
-        auto* environment = new TestUtil::ScopedEnvironment;
-        environment->set("QORFMT_SITE", site().string());
-        environment->set("QORFMT_CONFIGURATION", nullptr);
-        environment->set("QORFMT_SEARCH_PATH", nullptr);
-        return environment;
+    // Loaded once and never unloaded, as NX keeps a user-function library: the documents it opens
+    // stay in its document manager for the life of the process.
+    static nxsim::UserFunctionLibrary& library() {
+        static nxsim::UserFunctionLibrary* const loaded =
+            new nxsim::UserFunctionLibrary(QORFMT_CONFIGURE_LIBRARY);
+        return *loaded;
     }
 
-    // Set before the library is loaded, as the hosts do.
-    std::unique_ptr<TestUtil::ScopedEnvironment> m_environment;
-    std::unique_ptr<nxsim::UserFunctionLibrary> m_library;
+    TestUtil::ScopedEnvironment m_environment;
 };
 
 } // namespace
