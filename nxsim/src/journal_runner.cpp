@@ -524,7 +524,9 @@ ObjectAnswer JournalRunner::selectObject(const std::string& message, const std::
 // ---- UserFunctionLibrary ----
 
 UserFunctionLibrary::UserFunctionLibrary(const fs::path& file) {
-    m_handle = ::dlopen(file.string().c_str(), RTLD_NOW | RTLD_LOCAL);
+    // Never unloaded from the process, as NX keeps a loaded library for its session: what the
+    // library still holds (its open documents) stays reachable.
+    m_handle = ::dlopen(file.string().c_str(), RTLD_NOW | RTLD_LOCAL | RTLD_NODELETE);
     if (!m_handle) {
         const char* why = ::dlerror();
         throw std::runtime_error(file.string() + ": cannot load the user-function library: " +
