@@ -20,11 +20,18 @@ protected:
     /// Runs qorfmt-host in the test parts directory with the stand-in's test dialogs; `prefix`
     /// goes before the program (e.g. an env command).
     ProgramRun host(const std::string& arguments, const std::string& prefix = "") {
+        return program("QORFMT_RESOURCE_PATH='" + (kNxsimData / "dlg").string() + "' " + prefix,
+                       arguments);
+    }
+    /// Runs qorfmt-host as the README does: the product's dialogs, its library and site.
+    ProgramRun product(const std::string& arguments) {
+        return program("env -u QORFMT_RESOURCE_PATH -u QORFMT_SITE", arguments);
+    }
+    ProgramRun program(const std::string& prefix, const std::string& arguments) {
         const fs::path out = temp.path() / "output.txt";
-        const std::string command = "cd '" + (kNxsimData / "parts").string() +
-                                    "' && QORFMT_RESOURCE_PATH='" + (kNxsimData / "dlg").string() +
-                                    "' " + prefix + " '" QORFMT_HOST "' " + arguments + " >'" +
-                                    out.string() + "' 2>&1";
+        const std::string command = "cd '" + (kNxsimData / "parts").string() + "' && " + prefix +
+                                    " '" QORFMT_HOST "' " + arguments + " >'" + out.string() +
+                                    "' 2>&1";
         const int status = std::system(command.c_str());
         ProgramRun run;
         run.exitCode = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
@@ -113,3 +120,23 @@ TEST_F(HostProgramTest, HelpPrintsTheCommandLine) {
     EXPECT_EQ(run.exitCode, 0);
     EXPECT_NE(run.output.find("--replay JOURNAL"), std::string::npos);
 }
+
+#ifdef HOST_TEST_CONFIGURATOR
+// What the README's offscreen run command does: the configurator's own library and dialogs, on
+// the example site, without any option but the offscreen ones.
+TEST_F(HostProgramTest, OffscreenTheConfiguratorShowsItsMainDialogOnTheExampleSite) {
+    const fs::path shots = temp.path() / "shots";
+    ProgramRun run = product("--offscreen --screenshots '" + shots.string() + "'");
+    EXPECT_EQ(run.exitCode, 0) << run.output;
+    EXPECT_EQ(pictures(shots),
+              (std::vector<std::string>{"001_qorborder_config_main.png", "002_main_window.png"}));
+    QImage main(QString::fromStdString((shots / "001_qorborder_config_main.png").string()));
+    EXPECT_GT(main.width(), 200);
+}
+
+TEST_F(HostProgramTest, AConfiguratorJournalReplaysInTheHostWindows) {
+    ProgramRun run =
+        product("--offscreen --replay '" + (kHostData / "configurator_main.jnl").string() + "'");
+    EXPECT_EQ(run.exitCode, 0) << run.output;
+}
+#endif
