@@ -1,6 +1,7 @@
 #include "host_test_support.h"
 
 #include "dialog_window.h"
+#include "graphics_view.h"
 #include "host_session.h"
 #include "list_picker.h"
 #include "main_window.h"
@@ -10,6 +11,7 @@
 #include <testutil/temp_dir.h>
 
 #include <QApplication>
+#include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QMessageBox>
@@ -151,4 +153,57 @@ TEST_F(MainWindowTest, ALibraryThatCannotBeLoadedIsReportedAndNotRun) {
     answerNextModal(0);
     EXPECT_FALSE(window.runLibrary(temp.path() / "libnothing.so", true));
     EXPECT_FALSE(window.ranUserFunction());
+}
+
+TEST_F(MainWindowTest, APointPickAndObjectSelectionsAreAnsweredByClicksInTheGraphicsWindow) {
+    const fs::path journal = temp.path() / "picks.jnl";
+    QorfmtHost::SessionRecorder recorder(journal);
+    QorfmtHost::MainWindow window(options, libraries, &recorder, nullptr);
+    window.resize(900, 700);
+    window.show();
+    QorfmtHost::GraphicsView& graphics = window.graphics();
+    QString result;
+    bool dialogHiddenDuringPick = false;
+    // Clicks the graphics window at part coordinates once it waits for a pick.
+    auto clickAt = [&](double x, double y) {
+        QTimer::singleShot(0, &graphics, [&, x, y] {
+            ASSERT_NE(graphics.pickMode(), QorfmtHost::GraphicsView::PickMode::None);
+            dialogHiddenDuringPick = !window.presenter().windows().front()->isVisible();
+            QTest::mouseClick(&graphics, Qt::LeftButton, Qt::NoModifier,
+                              graphics.toScreen(x, y).toPoint());
+        });
+    };
+    window.presenter().onDialogShown = [&](DialogWindow& w) {
+        QTimer::singleShot(0, &w, [&, pw = &w] {
+            auto* part = qobject_cast<QLineEdit*>(pw->control("PART_FILE"));
+            part->setFocus();
+            QTest::keyClicks(part, "a3_metric.prt");
+            qobject_cast<QPushButton*>(pw->control("OPEN_PART"))->click();
+            clickAt(100.0, 50.0);
+            qobject_cast<QPushButton*>(pw->control("POINT"))->click();
+            EXPECT_TRUE(pw->isVisible());
+            result = qobject_cast<QLabel*>(pw->control("RESULT"))->text();
+            clickAt(200.0, 0.0);
+            QTimer::singleShot(0, &graphics, [&] { clickAt(300.0, 20.0); });
+            qobject_cast<QPushButton*>(pw->control("MEASURE"))->click();
+            EXPECT_EQ(qobject_cast<QLabel*>(pw->control("RESULT"))->text(), "distance 0 20");
+            pw->navigationButton(3)->click();
+        });
+    };
+    ScopedCurrentPath parts(kNxsimData / "parts");
+    ASSERT_TRUE(window.runLibrary(options.library, true));
+    EXPECT_TRUE(dialogHiddenDuringPick);
+    const QStringList words = result.split(' ');
+    ASSERT_EQ(words.size(), 4) << result.toStdString();
+    EXPECT_EQ(words[1], "5");
+    EXPECT_NEAR(words[2].toDouble(), 100.0, 1.5);
+    EXPECT_NEAR(words[3].toDouble(), 50.0, 1.5);
+    EXPECT_EQ(graphics.pickMode(), QorfmtHost::GraphicsView::PickMode::None);
+
+    const std::string recorded = TestUtil::readFile(journal);
+    EXPECT_NE(recorded.find("  press POINT\n  point "), std::string::npos) << recorded;
+    EXPECT_NE(recorded.find("  press MEASURE\n  object 12\n  object 13\n  cancel\n"),
+              std::string::npos)
+        << recorded;
+    EXPECT_EQ(runReplayProgram(journal, options.site), 0);
 }
