@@ -214,10 +214,16 @@ const std::string* DefinitionDocument::findTranslation(const HashedKey& key) con
     if (!m_translationIndexValid) {
         m_translationIndex.clear();
         m_translationIndex.reserve(m_translations.size());
+        m_translationFilter.reset(m_translations.size());
         for (const auto& entry : m_translations) {
-            m_translationIndex.emplace(HashedKey(entry.first), &entry.second);
+            const HashedKey stored(entry.first);
+            m_translationIndex.emplace(stored, &entry.second);
+            m_translationFilter.add(stored.hash);
         }
         m_translationIndexValid = true;
+    }
+    if (!m_translationFilter.mayContain(key.hash)) {
+        return nullptr;
     }
     const auto it = m_translationIndex.find(key);
     return it == m_translationIndex.end() ? nullptr : it->second;

@@ -129,6 +129,7 @@ private:
     TranslationMap m_translations;
     // Hash index over m_translations' keys, built on first use after a change.
     mutable std::unordered_map<HashedKey, const std::string*, HashedKeyHash> m_translationIndex;
+    mutable HashFilter m_translationFilter;
     mutable bool m_translationIndexValid = false;
 
     LookupIndex<BorderLayout, ById> m_borderIndex;

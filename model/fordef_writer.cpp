@@ -475,7 +475,9 @@ void replaceFileAtomically(const fs::path& file,
     struct WriteFailure {
         int error;
     };
-    const ChunkSink sink = [fd](const char* data, std::size_t left) {
+    off_t offset = 0;
+    const ChunkSink sink = [fd, &offset](const char* data, std::size_t left) {
+        const off_t start = offset;
         while (left > 0) {
             const ssize_t written = ::write(fd, data, left);
             if (written < 0) {
@@ -486,7 +488,11 @@ void replaceFileAtomically(const fs::path& file,
             }
             data += written;
             left -= static_cast<std::size_t>(written);
+            offset += written;
         }
+        // Start writing this piece to disk now, while the next one is generated, so that the
+        // final fsync has little left to wait for. A failure here shows again at the fsync.
+        ::sync_file_range(fd, start, offset - start, SYNC_FILE_RANGE_WRITE);
     };
     try {
         produce(sink);
