@@ -28,7 +28,7 @@ void dropOffscreenNoise(QtMsgType type, const QMessageLogContext& context, const
 
 } // namespace
 
-void quietOffscreenWarnings() {
+void quietPlatformNoise() {
     if (!g_defaultHandler) {
         g_defaultHandler = qInstallMessageHandler(dropOffscreenNoise);
     }

@@ -38,9 +38,9 @@ void applyDefaults(HostOptions& options, const boost::filesystem::path& executab
 /// The usage text printed for --help and after a usage error.
 std::string usageText();
 
-/// Drops the offscreen platform's warnings about window features it lacks (noise on every
-/// window). Call before the QApplication is created.
-void quietOffscreenWarnings();
+/// Drops Qt's warnings that say nothing to a user here: the offscreen platform's about window
+/// features it lacks, and the missing XDG runtime directory. Call before the QApplication.
+void quietPlatformNoise();
 
 /// True when Qt can open windows: a platform was chosen, or an X or Wayland display is set.
 bool displayAvailable();

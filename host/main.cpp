@@ -48,9 +48,9 @@ int main(int argc, char** argv) {
         std::cout << usageText();
         return 0;
     }
+    quietPlatformNoise();
     if (options.offscreen) {
         qputenv("QT_QPA_PLATFORM", "offscreen");
-        quietOffscreenWarnings();
     } else if (!displayAvailable()) {
         std::cerr << "qorfmt-host: no display (neither DISPLAY nor WAYLAND_DISPLAY is set).\n"
                      "Run it offscreen, which saves pictures instead of showing windows:\n"
@@ -91,7 +91,7 @@ int main(int argc, char** argv) {
     if (!options.replay.empty()) {
         window.setConfirmQuit(false);
         QTimer::singleShot(0, &window, [&] {
-            nxsim::ReplayOutcome outcome = replayInWindows(options, libraries, presenter);
+            nxsim::ReplayOutcome outcome = window.replayJournal(options.replay);
             if (outcome.exitCode != 0) {
                 std::cerr << (outcome.exitCode == 2 ? "qorfmt-host: " : "") << outcome.message
                           << '\n';

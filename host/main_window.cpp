@@ -198,6 +198,17 @@ bool MainWindow::runLibrary(const fs::path& file, bool recordable) {
     return ok;
 }
 
+nxsim::ReplayOutcome MainWindow::replayJournal(const fs::path& journal) {
+    HostOptions options = m_options;
+    options.replay = journal;
+    m_running = true;
+    m_ranUserFunction = true;
+    nxsim::ReplayOutcome outcome = replayInWindows(options, m_libraries, *m_presenter);
+    m_running = false;
+    refreshPlatform();
+    return outcome;
+}
+
 void MainWindow::runConfigurator() {
     runLibrary(m_options.library, true);
 }

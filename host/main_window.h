@@ -39,6 +39,9 @@ public:
     /// whose runs a journal cannot name. Returns false when it could not be loaded or an
     /// exception left it (both reported in a message box).
     bool runLibrary(const boost::filesystem::path& file, bool recordable);
+    /// Replays `journal` in the windows (see replayInWindows); the host counts as running a user
+    /// function meanwhile.
+    nxsim::ReplayOutcome replayJournal(const boost::filesystem::path& journal);
     bool running() const { return m_running; }
     /// Whether a user function ran since the start, so that quitting may lose documents.
     bool ranUserFunction() const { return m_ranUserFunction; }

@@ -11,6 +11,7 @@
 
 #include <QApplication>
 #include <QEventLoop>
+#include <QGuiApplication>
 #include <QListWidget>
 #include <QMessageBox>
 
@@ -79,6 +80,12 @@ void QtPresenter::runDialog(nxsim::RuntimeDialog& dialog) {
     window.setRecorder(m_recorder, depth() + 1);
     connect(&window, &DialogWindow::notice, this, &QtPresenter::notice);
     connect(&window, &DialogWindow::activity, this, &QtPresenter::activity);
+    if (m_mode == Mode::Scripted && QGuiApplication::platformName() != "offscreen") {
+        // A journal drives the dialog without returning to the event loop; let the watcher
+        // see each step.
+        connect(&window, &DialogWindow::activity, this,
+                [] { QApplication::processEvents(QEventLoop::ExcludeUserInputEvents); });
+    }
     connect(&window, &DialogWindow::ended, this, [this, &window] {
         if (onDialogEnded) {
             onDialogEnded(window);

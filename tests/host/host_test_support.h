@@ -36,7 +36,7 @@ inline QApplication& application() {
     static QApplication* app = nullptr;
     if (!app) {
         ::setenv("QT_QPA_PLATFORM", "offscreen", 1);
-        QorfmtHost::quietOffscreenWarnings();
+        QorfmtHost::quietPlatformNoise();
         static int argc = 1;
         static char name[] = "host_tests";
         static char* argv[] = {name, nullptr};

@@ -207,3 +207,64 @@ TEST_F(MainWindowTest, APointPickAndObjectSelectionsAreAnsweredByClicksInTheGrap
         << recorded;
     EXPECT_EQ(runReplayProgram(journal, options.site), 0);
 }
+
+TEST_F(MainWindowTest, QuittingAfterAUserFunctionRanAsksAndStayKeepsTheWindow) {
+    QorfmtHost::MainWindow window(options, libraries, nullptr, nullptr);
+    window.show();
+    window.close();
+    EXPECT_FALSE(window.isVisible()) << "nothing ran yet: no question";
+
+    window.show();
+    window.presenter().setMode(QorfmtHost::QtPresenter::Mode::AutoClose);
+    ASSERT_TRUE(window.runLibrary(options.library, true));
+    auto answer = [](const QString& text) {
+        QTimer::singleShot(0, [text] {
+            for (QWidget* w : QApplication::topLevelWidgets()) {
+                auto* box = qobject_cast<QMessageBox*>(w);
+                if (box && box->isVisible() && box->objectName() == "quit_box") {
+                    for (QAbstractButton* b : box->buttons()) {
+                        if (b->text() == text) {
+                            b->click();
+                        }
+                    }
+                }
+            }
+        });
+    };
+    answer("Stay");
+    window.close();
+    EXPECT_TRUE(window.isVisible());
+    answer("Quit");
+    window.close();
+    EXPECT_FALSE(window.isVisible());
+}
+
+TEST_F(MainWindowTest, AReplayCountsAsARunAndAsksNothingWhenConfirmationIsOff) {
+    QorfmtHost::MainWindow window(options, libraries, nullptr, nullptr);
+    window.setConfirmQuit(false);
+    window.show();
+    ScopedCurrentPath parts(kNxsimData / "parts");
+    nxsim::ReplayOutcome outcome = window.replayJournal(kHostData / "host_session.jnl");
+    EXPECT_EQ(outcome.exitCode, 0) << outcome.message;
+    EXPECT_TRUE(window.ranUserFunction());
+    EXPECT_FALSE(window.running());
+    window.close();
+    EXPECT_FALSE(window.isVisible());
+}
+
+TEST_F(MainWindowTest, TheHostDoesNotQuitWhileAUserFunctionsDialogIsOpen) {
+    QorfmtHost::MainWindow window(options, libraries, nullptr, nullptr);
+    window.setConfirmQuit(false);
+    window.show();
+    bool stayedOpen = false;
+    window.presenter().onDialogShown = [&](DialogWindow& w) {
+        QTimer::singleShot(0, &w, [&, pw = &w] {
+            window.close();
+            stayedOpen = window.isVisible() && window.running();
+            pw->close();
+        });
+    };
+    ASSERT_TRUE(window.runLibrary(options.library, true));
+    EXPECT_TRUE(stayedOpen);
+    EXPECT_FALSE(window.running());
+}
