@@ -46,7 +46,7 @@ struct WindowStackGuard {
 
 } // namespace
 
-QtPresenter::QtPresenter(QWidget* mainWindow) : m_mainWindow(mainWindow) {}
+QtPresenter::QtPresenter(QWidget* mainWindow) : QObject(mainWindow), m_mainWindow(mainWindow) {}
 
 QtPresenter::~QtPresenter() = default;
 

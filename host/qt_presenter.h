@@ -32,6 +32,7 @@ class QtPresenter : public QObject, public nxsim::Presenter {
 public:
     enum class Mode { Interactive, Scripted, AutoClose };
 
+    /// The presenter belongs to `mainWindow`, which also parents its windows.
     explicit QtPresenter(QWidget* mainWindow = nullptr);
     ~QtPresenter() override;
 
