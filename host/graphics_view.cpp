@@ -43,8 +43,19 @@ void GraphicsView::refresh() {
     const std::string file = nxsim::displayPartFile();
     if (file != m_file) {
         showPart(file);
-    } else {
-        update(); // highlights may have changed
+        return;
+    }
+    std::vector<unsigned int> lit;
+    if (m_part) {
+        for (const nxsim::SimObject& o : m_part->objects) {
+            if (nxsim::highlighted(o.tag)) {
+                lit.push_back(o.tag);
+            }
+        }
+    }
+    if (lit != m_highlighted) {
+        m_highlighted = lit;
+        update();
     }
 }
 
@@ -53,6 +64,7 @@ void GraphicsView::showPart(const std::string& file) {
     m_part.reset();
     m_error.clear();
     m_marker.reset();
+    m_highlighted.clear();
     if (!file.empty()) {
         try {
             m_part = nxsim::readPartFile(file);

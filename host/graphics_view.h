@@ -8,6 +8,7 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace QorfmtHost {
 
@@ -74,6 +75,7 @@ private:
     PickMode m_mode = PickMode::None;
     QString m_prompt;
     std::optional<QPointF> m_marker;
+    std::vector<unsigned int> m_highlighted; ///< as last drawn
 };
 
 } // namespace QorfmtHost
