@@ -67,12 +67,8 @@ nxsim::ReplayOutcome replayInWindows(const HostOptions& options, LibraryCache& l
     const QtPresenter::Mode previousMode = presenter.mode();
     presenter.setMode(QtPresenter::Mode::Scripted);
     presenter.setScript(&runner);
-    // The runner makes itself the presenter for the run; the windows go in between, and hand
-    // every request on to it.
-    nxsim::JournalResult result = runner.run([&presenter, library] {
-        nxsim::ScopedPresenter windows(&presenter);
-        library->callUfusr();
-    });
+    // The windows go in front of the runner: they draw each request and hand it on.
+    nxsim::JournalResult result = runner.run([library] { library->callUfusr(); }, presenter);
     presenter.setScript(nullptr);
     presenter.setMode(previousMode);
     return nxsim::ReplayOutcome{result.passed ? 0 : 1, result.message};
