@@ -3,7 +3,6 @@
 #include "qt_presenter.h"
 
 #include <nxsim/dlg.h>
-#include <nxsim/presenter.h>
 
 #include <boost/filesystem/operations.hpp>
 
