@@ -90,6 +90,10 @@ DialogWindow::DialogWindow(nxsim::RuntimeDialog& dialog, bool interactive, QWidg
 
 DialogWindow::~DialogWindow() {
     m_dialog.removeObserver(this);
+    // Widgets going away emit no user actions into a dialog being torn down.
+    for (auto& entry : m_views) {
+        entry.second.control->blockSignals(true);
+    }
 }
 
 QWidget* DialogWindow::build(const nxsim::DlgElement& element) {
