@@ -555,6 +555,18 @@ void UserFunctionLibrary::callUfusr() {
 
 // ---- replay ----
 
+void applyReplayEnvironment(const ReplaySetup& setup) {
+    if (!setup.site.empty()) {
+        ::setenv("QORFMT_SITE", setup.site.string().c_str(), 1);
+    }
+    if (!setup.configuration.empty()) {
+        ::setenv("QORFMT_CONFIGURATION", setup.configuration.c_str(), 1);
+    }
+    if (!setup.searchPath.empty()) {
+        ::setenv("QORFMT_SEARCH_PATH", setup.searchPath.c_str(), 1);
+    }
+}
+
 ReplayOutcome replay(const ReplaySetup& setup) {
     Journal journal;
     try {
@@ -569,15 +581,7 @@ ReplayOutcome replay(const ReplaySetup& setup) {
         return ReplayOutcome{2, setup.library.string() +
                                     ": the user-function library does not exist (is it built?)"};
     }
-    if (!setup.site.empty()) {
-        ::setenv("QORFMT_SITE", setup.site.string().c_str(), 1);
-    }
-    if (!setup.configuration.empty()) {
-        ::setenv("QORFMT_CONFIGURATION", setup.configuration.c_str(), 1);
-    }
-    if (!setup.searchPath.empty()) {
-        ::setenv("QORFMT_SEARCH_PATH", setup.searchPath.c_str(), 1);
-    }
+    applyReplayEnvironment(setup);
     std::unique_ptr<UserFunctionLibrary> library;
     try {
         library = std::make_unique<UserFunctionLibrary>(setup.library);

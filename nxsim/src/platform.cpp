@@ -18,6 +18,11 @@ PlatformState& state() {
     return *s;
 }
 
+std::function<void(bool)>& stoplightListener() {
+    static auto* listener = new std::function<void(bool)>();
+    return *listener;
+}
+
 int enterCall(const char* call) {
     PlatformState& s = state();
     s.calls.emplace_back(call);
@@ -165,6 +170,10 @@ std::string cueLine() {
 
 std::vector<int> stoplightToggles() {
     return state().toggles;
+}
+
+void setStoplightListener(std::function<void(bool on)> listener) {
+    detail::stoplightListener() = std::move(listener);
 }
 
 std::vector<int> takeStoplightToggles() {

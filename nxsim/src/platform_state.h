@@ -5,6 +5,7 @@
 
 #include <NXOpen/Part.hxx>
 
+#include <functional>
 #include <map>
 #include <memory>
 #include <set>
@@ -46,6 +47,8 @@ struct PlatformState {
 };
 
 PlatformState& state();
+/// The host's stoplight listener (setStoplightListener); empty for none.
+std::function<void(bool)>& stoplightListener();
 
 /// The loaded, open part holding an object or drawing with `tag`, null when none.
 SimPart* partWithTag(unsigned int tag);

@@ -107,6 +107,9 @@ int UF_UI_toggle_stoplight(int on_off) {
         return code;
     }
     state().toggles.push_back(on_off ? 1 : 0);
+    if (const auto& listener = nxsim::detail::stoplightListener()) {
+        listener(on_off != 0);
+    }
     return 0;
 }
 

@@ -95,5 +95,8 @@ struct ReplayOutcome {
     std::string message;
 };
 ReplayOutcome replay(const ReplaySetup& setup);
+/// The environment part of replay(): QORFMT_SITE (when the site is not empty),
+/// QORFMT_CONFIGURATION and QORFMT_SEARCH_PATH (when not empty). Shared with the Qt host.
+void applyReplayEnvironment(const ReplaySetup& setup);
 
 } // namespace nxsim

@@ -4,6 +4,7 @@
 
 #include <boost/filesystem/path.hpp>
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -39,6 +40,9 @@ std::string cueLine();
 /// Every busy-indicator toggle (1 on, 0 off) since the last takeStoplightToggles().
 std::vector<int> stoplightToggles();
 std::vector<int> takeStoplightToggles();
+/// Called at once with every busy-indicator toggle (true: on), so that a host can show a busy
+/// cursor while a handler runs; an empty function removes it. Kept across reset().
+void setStoplightListener(std::function<void(bool on)> listener);
 /// The UF_ functions and fallible NX Open calls made, by name, in order.
 std::vector<std::string> callLog();
 /// How often UF_initialize succeeded minus how often UF_terminate did.
