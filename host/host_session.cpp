@@ -19,13 +19,11 @@ void applySetup(HostOptions& options) {
         throw std::runtime_error(options.site.string() + ": the site is not a directory");
     }
     options.site = fs::absolute(options.site);
-    ::setenv("QORFMT_SITE", options.site.string().c_str(), 1);
-    if (!options.configuration.empty()) {
-        ::setenv("QORFMT_CONFIGURATION", options.configuration.c_str(), 1);
-    }
-    if (!options.searchPath.empty()) {
-        ::setenv("QORFMT_SEARCH_PATH", options.searchPath.c_str(), 1);
-    }
+    nxsim::ReplaySetup setup;
+    setup.site = options.site;
+    setup.configuration = options.configuration;
+    setup.searchPath = options.searchPath;
+    nxsim::applyReplayEnvironment(setup);
     const char* resources = std::getenv("QORFMT_RESOURCE_PATH");
     if (!resources || !*resources) {
         nxsim::setResourcePath({fs::path(QORFMT_SOURCE_DIR) / "resources"});

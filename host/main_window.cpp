@@ -61,14 +61,17 @@ MainWindow::MainWindow(const HostOptions& options, LibraryCache& libraries,
     connect(m_graphics, &GraphicsView::hovered, m_position, &QLabel::setText);
 
     buildMenus();
-    // The platform does not call back; what it shows is read on every dialog event and polled.
+    // The stoplight is switched inside handlers, without a return to the event loop: only a
+    // listener sees it. The rest is read on every dialog event and polled.
     connect(m_poll, &QTimer::timeout, this, &MainWindow::refreshPlatform);
     m_poll->start(200);
+    nxsim::setStoplightListener([this](bool on) { setBusy(on); });
     resize(960, 720);
     refreshPlatform();
 }
 
 MainWindow::~MainWindow() {
+    nxsim::setStoplightListener({});
     if (m_busy) {
         QApplication::restoreOverrideCursor();
     }
@@ -122,11 +125,8 @@ void MainWindow::refreshPlatform() {
     if (m_cue->text() != cue) {
         m_cue->setText(cue);
     }
-    // A journal takes the toggles when it checks them; the last one seen is the state.
-    const std::vector<int> toggles = nxsim::stoplightToggles();
-    if (!toggles.empty()) {
-        setBusy(toggles.back() != 0);
-    } else if (!m_running) {
+    if (!m_running) {
+        // A stoplight left on ends with the user function.
         setBusy(false);
     }
     m_graphics->refresh();
@@ -142,6 +142,7 @@ void MainWindow::setBusy(bool busy) {
     } else {
         QApplication::restoreOverrideCursor();
     }
+    emit busyChanged(busy);
 }
 
 bool MainWindow::runLibrary(const fs::path& file, bool recordable) {

@@ -52,6 +52,10 @@ public:
     void refreshPlatform();
     bool busy() const { return m_busy; }
 
+signals:
+    /// The busy cursor went on or off (the library's stoplight).
+    void busyChanged(bool busy);
+
 public slots:
     void runConfigurator();
     void runOtherUserFunction();

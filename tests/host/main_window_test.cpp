@@ -268,3 +268,26 @@ TEST_F(MainWindowTest, TheHostDoesNotQuitWhileAUserFunctionsDialogIsOpen) {
     EXPECT_TRUE(stayedOpen);
     EXPECT_FALSE(window.running());
 }
+
+TEST_F(MainWindowTest, TheBusyCursorIsOnExactlyWhileTheStoplightIs) {
+    QorfmtHost::MainWindow window(options, libraries, nullptr, nullptr);
+    std::vector<bool> busy;
+    std::vector<Qt::CursorShape> cursors;
+    QObject::connect(&window, &QorfmtHost::MainWindow::busyChanged, [&](bool on) {
+        busy.push_back(on);
+        const QCursor* cursor = QApplication::overrideCursor();
+        cursors.push_back(cursor ? cursor->shape() : Qt::ArrowCursor);
+    });
+    // The save handler switches the stoplight on and off again without returning to the loop.
+    window.presenter().onDialogShown = [](DialogWindow& w) {
+        QTimer::singleShot(0, &w, [pw = &w] {
+            qobject_cast<QPushButton*>(pw->control("SAVE"))->click();
+            pw->close();
+        });
+    };
+    ASSERT_TRUE(window.runLibrary(options.library, true));
+    EXPECT_EQ(busy, (std::vector<bool>{true, false}));
+    EXPECT_EQ(cursors, (std::vector<Qt::CursorShape>{Qt::WaitCursor, Qt::ArrowCursor}));
+    EXPECT_FALSE(window.busy());
+    EXPECT_EQ(QApplication::overrideCursor(), nullptr);
+}
