@@ -19,6 +19,7 @@
 #include <QPushButton>
 #include <QStatusBar>
 #include <QTimer>
+#include <QToolBar>
 
 #include <boost/filesystem/operations.hpp>
 
@@ -46,6 +47,7 @@ MainWindow::MainWindow(const HostOptions& options, LibraryCache& libraries,
     dock->setObjectName("listing_dock");
     dock->setWidget(m_listing);
     addDockWidget(Qt::BottomDockWidgetArea, dock);
+    resizeDocks({dock}, {150}, Qt::Vertical);
 
     m_cue->setObjectName("cue");
     m_position->setObjectName("position");
@@ -83,8 +85,13 @@ void MainWindow::buildMenus() {
     run->setObjectName("run_configurator");
     run->setShortcut(QKeySequence(tr("Ctrl+R")));
     run->setToolTip(QString::fromStdString(m_options.library.string()));
+    QToolBar* tools = addToolBar(tr("User Functions"));
+    tools->setObjectName("user_functions");
+    tools->setMovable(false);
+    tools->addAction(run);
     QAction* other =
         file->addAction(tr("Run &User Function..."), this, &MainWindow::runOtherUserFunction);
+    tools->addAction(other);
     other->setObjectName("run_user_function");
     other->setShortcut(QKeySequence(tr("Ctrl+U")));
     file->addSeparator();
