@@ -352,16 +352,13 @@ void DialogWindow::connectItem(View& view) {
     case ItemKind::OptionMenu:
         connect(static_cast<QComboBox*>(control), qOverload<int>(&QComboBox::activated), this,
                 [this, name](int index) {
-                    JournalStep s = step(StepKind::Choose, name);
-                    s.number = index;
-                    act(s, [this, name, index] { m_dialog.choose(name, index); });
+                    act(chooseStep(name, index),
+                        [this, name, index] { m_dialog.choose(name, index); });
                 });
         break;
     case ItemKind::RadioBox:
         connect(view.radios, &QButtonGroup::idClicked, this, [this, name](int index) {
-            JournalStep s = step(StepKind::Choose, name);
-            s.number = index;
-            act(s, [this, name, index] { m_dialog.choose(name, index); });
+            act(chooseStep(name, index), [this, name, index] { m_dialog.choose(name, index); });
         });
         break;
     case ItemKind::StringItem:
@@ -626,6 +623,22 @@ JournalStep DialogWindow::step(StepKind kind, const std::string& item) const {
     JournalStep s;
     s.kind = kind;
     s.item = item;
+    return s;
+}
+
+JournalStep DialogWindow::chooseStep(const std::string& item, int index) const {
+    JournalStep s = step(StepKind::Choose, item);
+    s.number = index;
+    // The entry's text reads better in a journal, when it names one entry only.
+    const RuntimeItem* menu = m_dialog.item(item);
+    if (menu && index >= 0 && index < static_cast<int>(menu->entries().size())) {
+        const std::vector<std::string>& entries = menu->entries();
+        const std::string& text = entries[static_cast<std::size_t>(index)];
+        if (std::count(entries.begin(), entries.end(), text) == 1) {
+            s.byText = true;
+            s.text = text;
+        }
+    }
     return s;
 }
 

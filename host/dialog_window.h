@@ -96,6 +96,8 @@ private:
     /// Sets a typed value without an event and records it as a pending `set`.
     void typed(const std::string& item, const std::string& value);
     nxsim::JournalStep step(nxsim::StepKind kind, const std::string& item = {}) const;
+    /// `choose ITEM "TEXT"`, or `choose ITEM N` when the text is not unique.
+    nxsim::JournalStep chooseStep(const std::string& item, int index) const;
 
     nxsim::RuntimeDialog& m_dialog;
     bool m_interactive;

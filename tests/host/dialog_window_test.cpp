@@ -303,8 +303,22 @@ TEST_F(DialogWindowTest, UserActionsAreRecordedAsJournalLinesTypingAsOneSetLine)
                                "  set NAME \"Ann B\"\n"
                                "  press PRESS_ME\n"
                                "  select ROWS 1\n"
-                               "  choose UNITS 0\n"
+                               "  choose UNITS \"Millimetres\"\n"
                                "  toggle ENABLED off\n"
                                "  ok\n");
     EXPECT_EQ(TestUtil::readFile(temp.path() / "session.jnl"), recorder.text());
+}
+
+TEST_F(DialogWindowTest, AChoiceIsRecordedByItsTextUnlessAnotherEntryHasTheSameText) {
+    TestUtil::TempDir temp;
+    QorfmtHost::SessionRecorder recorder(temp.path() / "session.jnl");
+    window->setRecorder(&recorder, 1);
+    item("UNITS").setEntries({"mm", "mm", "in"});
+    emit control<QComboBox>("UNITS")->activated(1);
+    emit control<QComboBox>("UNITS")->activated(2);
+    control<QGroupBox>("CORNER")->findChildren<QRadioButton*>()[1]->click();
+    EXPECT_EQ(recorder.text(), "# recorded by qorfmt-host\n"
+                               "  choose UNITS 1\n"
+                               "  choose UNITS \"in\"\n"
+                               "  choose CORNER \"Top right\"\n");
 }
