@@ -64,6 +64,15 @@ HostOptions parseHostOptions(const std::vector<std::string>& arguments) {
             options.screenshots = value();
         } else if (arg == "--offscreen") {
             options.offscreen = true;
+        } else if (arg == "--pause") {
+            const std::string text = value();
+            char* end = nullptr;
+            const long ms = std::strtol(text.c_str(), &end, 10);
+            if (*end != '\0' || ms < 0 || ms > 60000) {
+                throw UsageError("--pause needs milliseconds from 0 to 60000, not \"" + text +
+                                 "\"");
+            }
+            options.pauseMs = static_cast<int>(ms);
         } else if (arg == "--no-run") {
             options.runAtStart = false;
         } else if (arg == "--help" || arg == "-h") {
@@ -90,7 +99,7 @@ void applyDefaults(HostOptions& options, const fs::path& executableDir) {
 std::string usageText() {
     return "usage: qorfmt-host [--site DIR] [--configuration NAME] [--search-path DIRS]\n"
            "                   [--library FILE] [--replay JOURNAL] [--record JOURNAL]\n"
-           "                   [--offscreen] [--screenshots DIR] [--no-run]\n"
+           "                   [--offscreen] [--screenshots DIR] [--no-run] [--pause MS]\n"
            "\n"
            "  --site DIR           installation directory of the configurator\n"
            "                       (default: examples/site of the source tree)\n"
@@ -105,7 +114,9 @@ std::string usageText() {
            "  --offscreen          use Qt's offscreen platform (no display needed); without\n"
            "                       --replay every dialog is closed right after it is shown\n"
            "  --screenshots DIR    save a PNG of every dialog and message box as it is shown\n"
-           "  --no-run             do not run the library at start\n";
+           "  --no-run             do not run the library at start\n"
+           "  --pause MS           with --replay on a display: keep each dialog, box and\n"
+           "                       picker on screen for MS milliseconds (default 0)\n";
 }
 
 bool displayAvailable() {

@@ -57,6 +57,7 @@ MainWindow::MainWindow(const HostOptions& options, LibraryCache& libraries,
     m_presenter->setGraphics(m_graphics);
     m_presenter->setRecorder(recorder);
     m_presenter->setScreenshots(screenshots);
+    m_presenter->setPause(options.pauseMs);
     connect(m_presenter, &QtPresenter::activity, this, &MainWindow::refreshPlatform);
     connect(m_presenter, &QtPresenter::notice, this,
             [this](const QString& text) { statusBar()->showMessage(text, 8000); });

@@ -14,6 +14,7 @@
 #include <QGuiApplication>
 #include <QListWidget>
 #include <QMessageBox>
+#include <QTimer>
 
 #include <iostream>
 
@@ -69,6 +70,15 @@ void QtPresenter::screenshot(QWidget& window, const std::string& name) {
     }
 }
 
+void QtPresenter::pause() {
+    if (m_pauseMs <= 0 || QGuiApplication::platformName() == "offscreen") {
+        return;
+    }
+    QEventLoop wait;
+    QTimer::singleShot(m_pauseMs, &wait, &QEventLoop::quit);
+    wait.exec(QEventLoop::ExcludeUserInputEvents);
+}
+
 void QtPresenter::runDialog(nxsim::RuntimeDialog& dialog) {
     JournalStep shown;
     shown.kind = StepKind::Dialog;
@@ -106,7 +116,9 @@ void QtPresenter::runDialog(nxsim::RuntimeDialog& dialog) {
     switch (m_mode) {
     case Mode::Scripted:
         if (m_script && !dialog.ended()) {
+            pause();
             m_script->runDialog(dialog);
+            pause();
         }
         break;
     case Mode::AutoClose:
@@ -160,6 +172,7 @@ void QtPresenter::showMessage(nxsim::MessageKind kind, const std::string& title,
     switch (m_mode) {
     case Mode::Scripted:
         if (m_script) {
+            pause();
             m_script->showMessage(kind, title, text);
         }
         break;
@@ -183,9 +196,11 @@ int QtPresenter::pickFromList(const std::string& title, const std::string& promp
     switch (m_mode) {
     case Mode::Scripted:
         if (m_script) {
+            pause();
             chosen = m_script->pickFromList(title, prompt, items, initialSelection);
             if (chosen >= 0 && chosen < picker.list()->count()) {
                 picker.list()->setCurrentRow(chosen);
+                pause();
             }
         }
         break;

@@ -43,6 +43,9 @@ public:
     void setRecorder(SessionRecorder* recorder) { m_recorder = recorder; }
     void setScreenshots(Screenshots* screenshots) { m_screenshots = screenshots; }
     void setGraphics(GraphicsView* graphics) { m_graphics = graphics; }
+    /// In Scripted mode on a display: how long each dialog, box and picker stays on screen
+    /// before and after the journal acts on it, so that a watcher can follow.
+    void setPause(int milliseconds) { m_pauseMs = milliseconds; }
 
     /// Called once a dialog window is shown (and its picture saved), and when its dialog ends
     /// while the window still exists.
@@ -72,6 +75,7 @@ private:
     int depth() const { return static_cast<int>(m_windows.size()); }
     void record(const nxsim::JournalStep& step);
     void screenshot(QWidget& window, const std::string& name);
+    void pause();
     /// Hides the dialog windows while the user picks in the graphics window.
     std::vector<QPointer<DialogWindow>> hideWindows();
     void restoreWindows(const std::vector<QPointer<DialogWindow>>& hidden);
@@ -82,6 +86,7 @@ private:
     SessionRecorder* m_recorder = nullptr;
     Screenshots* m_screenshots = nullptr;
     GraphicsView* m_graphics = nullptr;
+    int m_pauseMs = 0;
     std::vector<DialogWindow*> m_windows;
 };
 

@@ -11,7 +11,7 @@ using QorfmtHost::UsageError;
 TEST(HostOptionsTest, EveryOptionIsRead) {
     HostOptions o = parseHostOptions({"--site", "s", "--configuration", "c", "--search-path", "a:b",
                                       "--library", "l.so", "--replay", "j.jnl", "--offscreen",
-                                      "--screenshots", "shots", "--no-run"});
+                                      "--screenshots", "shots", "--no-run", "--pause", "750"});
     EXPECT_EQ(o.site.string(), "s");
     EXPECT_EQ(o.configuration, "c");
     EXPECT_EQ(o.searchPath, "a:b");
@@ -20,6 +20,7 @@ TEST(HostOptionsTest, EveryOptionIsRead) {
     EXPECT_TRUE(o.offscreen);
     EXPECT_EQ(o.screenshots.string(), "shots");
     EXPECT_FALSE(o.runAtStart);
+    EXPECT_EQ(o.pauseMs, 750);
     EXPECT_TRUE(parseHostOptions({"--record", "out.jnl"}).record == "out.jnl");
 }
 
@@ -37,6 +38,8 @@ TEST(HostOptionsTest, UnknownArgumentMissingValueAndReplayWithRecordAreUsageErro
     EXPECT_THROW(parseHostOptions({"--site"}), UsageError);
     EXPECT_THROW(parseHostOptions({"--library", ""}), UsageError);
     EXPECT_THROW(parseHostOptions({"--replay", "a", "--record", "b"}), UsageError);
+    EXPECT_THROW(parseHostOptions({"--pause", "-1"}), UsageError);
+    EXPECT_THROW(parseHostOptions({"--pause", "5s"}), UsageError);
     try {
         parseHostOptions({"--screenshots"});
         FAIL();
