@@ -535,17 +535,26 @@ void DialogWindow::refreshAll() {
 }
 
 void DialogWindow::refreshDialog() {
+    // The runtime reports a title, navigation or focus change alike. A change of title or
+    // navigation must not pull the focus back from where the user put it; a SetFocus call,
+    // even on the item that has it already, moves it.
+    bool otherChange = windowTitle() != qs(m_dialog.title());
     setWindowTitle(qs(m_dialog.title()));
     for (int i = 0; i < 4; ++i) {
         if (m_navigation[i]) {
+            otherChange =
+                otherChange || m_navigation[i]->isEnabled() != m_dialog.navigationSensitive(i);
             m_navigation[i]->setEnabled(m_dialog.navigationSensitive(i));
         }
     }
-    applyFocus();
+    if (!otherChange || m_dialog.focus() != m_focusShown) {
+        applyFocus();
+    }
 }
 
 void DialogWindow::applyFocus() {
     const RuntimeItem* focus = m_dialog.focus();
+    m_focusShown = focus;
     if (!focus) {
         return;
     }

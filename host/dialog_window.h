@@ -108,6 +108,7 @@ private:
     std::map<const nxsim::RuntimeItem*, View> m_views;
     std::map<std::string, const nxsim::RuntimeItem*> m_byName;
     QPushButton* m_navigation[4] = {nullptr, nullptr, nullptr, nullptr};
+    const nxsim::RuntimeItem* m_focusShown = nullptr; ///< the focus item last applied
 };
 
 } // namespace QorfmtHost

@@ -151,6 +151,16 @@ TEST_F(DialogWindowTest, FocusSetByTheProgramMovesToTheWidget) {
     EXPECT_EQ(window->focusWidget(), window->control("NAME"));
 }
 
+TEST_F(DialogWindowTest, ATitleChangeLeavesTheFocusWhereTheUserPutItASecondSetFocusMovesIt) {
+    item("COUNT").setFocus();
+    window->control("SCALE")->setFocus();
+    dialog->setTitle("Another Title");
+    dialog->setNavigationSensitive(0, false);
+    EXPECT_EQ(window->focusWidget(), window->control("SCALE"));
+    item("COUNT").setFocus();
+    EXPECT_EQ(window->focusWidget(), window->control("COUNT"));
+}
+
 TEST_F(DialogWindowTest, ClickingAButtonRunsItsActivateHandlerOnce) {
     int calls = 0;
     item("PRESS_ME").addHandler(EventKind::Activate, counting(calls), false);
