@@ -410,6 +410,9 @@ void DialogWindow::connectItem(View& view) {
 
 void DialogWindow::refresh(const View& view) {
     const RuntimeItem& item = *view.item;
+    if (&item == m_typing) {
+        return;
+    }
     QSignalBlocker blockControl(view.control);
     QSignalBlocker blockRadios(view.radios);
     const bool wasUpdating = m_updating;
@@ -684,14 +687,19 @@ void DialogWindow::typed(const std::string& item, const std::string& value) {
         return;
     }
     try {
+        // The field keeps the text as typed ("1.", "007"); the runtime keeps the value.
+        m_typing = m_dialog.item(item);
         m_dialog.setValue(item, value);
+        m_typing = nullptr;
         if (m_recorder) {
             m_recorder->pendingSet(this, item, value, m_depth);
         }
     } catch (const nxsim::ActionRefused&) {
+        m_typing = nullptr;
         // A number on its way ("-", "1e") is not taken yet; leaving the field shows the value
         // in force.
     } catch (...) {
+        m_typing = nullptr;
         m_error = std::current_exception();
         emit failed();
     }

@@ -109,6 +109,7 @@ private:
     std::map<std::string, const nxsim::RuntimeItem*> m_byName;
     QPushButton* m_navigation[4] = {nullptr, nullptr, nullptr, nullptr};
     const nxsim::RuntimeItem* m_focusShown = nullptr; ///< the focus item last applied
+    const nxsim::RuntimeItem* m_typing = nullptr;     ///< the item whose text the user types
 };
 
 } // namespace QorfmtHost

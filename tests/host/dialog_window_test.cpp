@@ -198,6 +198,11 @@ TEST_F(DialogWindowTest, TypingSetsTheValueWithoutAnEventAndEnterFiresActivate) 
     auto* notes = control<QPlainTextEdit>("NOTES");
     notes->setPlainText("x\ny");
     EXPECT_EQ(item("NOTES").lines(), (std::vector<std::string>{"x", "y"}));
+    auto* scale = control<QLineEdit>("SCALE");
+    scale->clear();
+    QTest::keyClicks(scale, "1.05");
+    EXPECT_EQ(scale->text(), "1.05");
+    EXPECT_DOUBLE_EQ(item("SCALE").realValue(), 1.05);
     auto* count = control<QLineEdit>("COUNT");
     count->clear();
     QTest::keyClicks(count, "42");
