@@ -88,48 +88,59 @@ int main(int argc, char** argv) {
     window.show();
 
     int exitCode = 0;
+    // Each start action runs once the event loop runs (queued, so that nothing of it is left
+    // over when the action quits the application).
     if (!options.replay.empty()) {
         window.setConfirmQuit(false);
-        QTimer::singleShot(0, &window, [&] {
-            nxsim::ReplayOutcome outcome = window.replayJournal(options.replay);
-            if (outcome.exitCode != 0) {
-                std::cerr << (outcome.exitCode == 2 ? "qorfmt-host: " : "") << outcome.message
-                          << '\n';
-            }
-            exitCode = outcome.exitCode;
-            saveFinalPicture(window, screenshots);
-            QApplication::exit(exitCode);
-        });
+        QMetaObject::invokeMethod(
+            &window,
+            [&] {
+                nxsim::ReplayOutcome outcome = window.replayJournal(options.replay);
+                if (outcome.exitCode != 0) {
+                    std::cerr << (outcome.exitCode == 2 ? "qorfmt-host: " : "") << outcome.message
+                              << '\n';
+                }
+                exitCode = outcome.exitCode;
+                saveFinalPicture(window, screenshots);
+                QApplication::exit(exitCode);
+            },
+            Qt::QueuedConnection);
     } else if (options.offscreen) {
         // Nobody can answer offscreen: show what the library shows, take the pictures, close.
         window.setConfirmQuit(false);
         presenter.setMode(QtPresenter::Mode::AutoClose);
-        QTimer::singleShot(0, &window, [&] {
-            if (!options.runAtStart) {
-                QApplication::exit(0);
-                return;
-            }
-            boost::system::error_code ec;
-            if (!fs::is_regular_file(options.library, ec)) {
-                std::cerr << "qorfmt-host: " << options.library.string()
-                          << ": the user-function library does not exist (is it built?)\n";
-                exitCode = 2;
-            } else if (!window.runLibrary(options.library, true)) {
-                exitCode = 1;
-            }
-            saveFinalPicture(window, screenshots);
-            QApplication::exit(exitCode);
-        });
+        QMetaObject::invokeMethod(
+            &window,
+            [&] {
+                if (!options.runAtStart) {
+                    QApplication::exit(0);
+                    return;
+                }
+                boost::system::error_code ec;
+                if (!fs::is_regular_file(options.library, ec)) {
+                    std::cerr << "qorfmt-host: " << options.library.string()
+                              << ": the user-function library does not exist (is it built?)\n";
+                    exitCode = 2;
+                } else if (!window.runLibrary(options.library, true)) {
+                    exitCode = 1;
+                }
+                saveFinalPicture(window, screenshots);
+                QApplication::exit(exitCode);
+            },
+            Qt::QueuedConnection);
     } else if (options.runAtStart) {
-        QTimer::singleShot(0, &window, [&] {
-            boost::system::error_code ec;
-            if (fs::is_regular_file(options.library, ec)) {
-                window.runLibrary(options.library, true);
-            } else {
-                window.cueLine().setText(QString::fromStdString(
-                    options.library.string() + ": not found; use File > Run User Function..."));
-            }
-        });
+        QMetaObject::invokeMethod(
+            &window,
+            [&] {
+                boost::system::error_code ec;
+                if (fs::is_regular_file(options.library, ec)) {
+                    window.runLibrary(options.library, true);
+                } else {
+                    window.cueLine().setText(QString::fromStdString(
+                        options.library.string() + ": not found; use File > Run User Function..."));
+                }
+            },
+            Qt::QueuedConnection);
     }
     const int result = app.exec();
     nxsim::setPresenter(nullptr);
