@@ -120,6 +120,11 @@ void QtPresenter::runDialog(nxsim::RuntimeDialog& dialog) {
             m_script->runDialog(dialog);
             pause();
         }
+        // A replay also pictures each dialog as the journal leaves it, so that its pictures
+        // show what the steps did, not only how each dialog opened.
+        if (dialog.ended()) {
+            screenshot(window, dialog.journalName() + "-ended");
+        }
         break;
     case Mode::AutoClose:
         if (!dialog.ended()) {

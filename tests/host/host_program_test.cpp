@@ -62,9 +62,10 @@ TEST_F(HostProgramTest, OffscreenReplayPassesAndSavesAPictureOfEveryDialogAndBox
                           "' --screenshots '" + shots.string() + "' " + testLibrary());
     EXPECT_EQ(run.exitCode, 0) << run.output;
     EXPECT_EQ(pictures(shots),
-              (std::vector<std::string>{"001_nxsim_test_main.png", "002_message-Info.png",
-                                        "003_nxsim_test_child.dlg.png",
-                                        "004_pick-Frame_Templates.png", "005_main_window.png"}));
+              (std::vector<std::string>{
+                  "001_nxsim_test_main.png", "002_message-Info.png", "003_nxsim_test_child.dlg.png",
+                  "004_nxsim_test_child.dlg-ended.png", "005_pick-Frame_Templates.png",
+                  "006_nxsim_test_main-ended.png", "007_main_window.png"}));
     QImage main(QString::fromStdString((shots / "001_nxsim_test_main.png").string()));
     ASSERT_FALSE(main.isNull());
     EXPECT_GT(main.width(), 100);
@@ -132,6 +133,31 @@ TEST_F(HostProgramTest, OffscreenTheConfiguratorShowsItsMainDialogOnTheExampleSi
               (std::vector<std::string>{"001_qorborder_config_main.png", "002_main_window.png"}));
     QImage main(QString::fromStdString((shots / "001_qorborder_config_main.png").string()));
     EXPECT_GT(main.width(), 200);
+}
+
+// A CAD administrator's first steps in the host's windows: a new document, saved under a name,
+// found and opened again in the next run; on a copy of the example site, which the run writes.
+TEST_F(HostProgramTest, TheConfiguratorCreatesSavesAndReopensADocument) {
+    const fs::path copy = temp.path() / "examples";
+    ASSERT_EQ(
+        std::system(("cp -r '" QORFMT_SOURCE_DIR "/examples' '" + copy.string() + "'").c_str()), 0);
+    const fs::path shots = temp.path() / "shots";
+    ProgramRun run = product("--offscreen --site '" + (copy / "site").string() + "' --replay '" +
+                             QORFMT_SOURCE_DIR "/tests/journals/create_save_reopen.journal' " +
+                             "--screenshots '" + shots.string() + "'");
+    EXPECT_EQ(run.exitCode, 0) << run.output;
+    EXPECT_TRUE(fs::is_regular_file(copy / "site/format_defs/drawing_office.fordef"));
+    const std::vector<std::string> expected{"001_qorborder_config_main.png",
+                                            "002_qorfmt_config_selectfile.dlg.png",
+                                            "003_qorfmt_config_selectfile.dlg-ended.png",
+                                            "004_qorborder_config_main-ended.png",
+                                            "005_qorborder_config_main.png",
+                                            "006_qorfmt_config_selectfile.dlg.png",
+                                            "007_qorfmt_config_selectfile.dlg-ended.png",
+                                            "008_qorborder_config_main-ended.png",
+                                            "009_main_window.png"};
+    EXPECT_EQ(pictures(shots), expected);
+    EXPECT_FALSE(QImage(QString::fromStdString((shots / expected[7]).string())).isNull());
 }
 
 TEST_F(HostProgramTest, AConfiguratorJournalReplaysInTheHostWindows) {

@@ -98,9 +98,10 @@ TEST_F(HostReplayTest, AJournalReplaysInTheHostWindowsWhichFollowEveryStep) {
     for (const auto& file : shots.files()) {
         names.push_back(file.filename().string());
     }
-    EXPECT_EQ(names, (std::vector<std::string>{"001_nxsim_test_main.png", "002_message-Info.png",
-                                               "003_nxsim_test_child.dlg.png",
-                                               "004_pick-Frame_Templates.png"}));
+    EXPECT_EQ(names, (std::vector<std::string>{
+                         "001_nxsim_test_main.png", "002_message-Info.png",
+                         "003_nxsim_test_child.dlg.png", "004_nxsim_test_child.dlg-ended.png",
+                         "005_pick-Frame_Templates.png", "006_nxsim_test_main-ended.png"}));
     QImage main(QString::fromStdString(shots.files()[0].string()));
     ASSERT_FALSE(main.isNull());
     EXPECT_EQ(main.size(), shown[0].size * window.devicePixelRatio());
