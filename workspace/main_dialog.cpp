@@ -11,6 +11,7 @@
 #include <NXOpen/ListingWindow.hxx>
 #include <NXOpen/Session.hxx>
 
+#include <boost/filesystem/operations.hpp>
 #include <boost/make_shared.hpp>
 
 #include <cassert>
@@ -125,7 +126,10 @@ void MainDialog::saveActiveDocumentAs() {
     }
     const boost::filesystem::path path = fileSelect.selectedPath();
     QorBorder::DefDocumentManagerImpl& manager = QorBorder::DefDocumentManager();
-    if (manager.hasDocument(path)) {
+    // A file that exists but is not open is refused as well: saving over it would silently
+    // replace a document nobody has looked at.
+    boost::system::error_code ec;
+    if (manager.hasDocument(path) || boost::filesystem::exists(path, ec)) {
         KivNX::UI::errorDialog("Error", "Document name already exists.");
         return;
     }

@@ -230,6 +230,21 @@ TEST_F(MainDialog, SaveAsOntoTheDocumentsOwnNameIsRefused) {
 )J"));
 }
 
+TEST_F(MainDialog, SaveAsOntoAnExistingFileThatIsNotOpenIsRefused) {
+    EXPECT_JOURNAL_PASSES(run(R"J(run
+dialog qorborder_config_main
+  press NEW_FILE
+  press SAVEAS_FILE
+    dialog qorfmt_config_selectfile.dlg
+    set FILE_SELECTION "docB"
+    ok
+  message error "Error" "Document name already exists."
+  expect label FILENAME "Untitled"
+  cancel
+)J"));
+    EXPECT_EQ(borderIds(*onDisk("docB.fordef")), (std::vector<std::string>{"B1"}));
+}
+
 TEST_F(MainDialog, SaveAsCancelledSavesNothing) {
     EXPECT_JOURNAL_PASSES(run(R"J(run
 dialog qorborder_config_main
