@@ -82,7 +82,25 @@ dialog qorborder_config_main
   expect sensitive DELETEBLOCK no
   expect sensitive DELETE_LOC no
   expect sensitive DELETE_TRANSLATION no
+  expect sensitive NEWBORDER no
+  expect sensitive EDITBORDER no
+  expect sensitive COPYBORDER no
+  expect sensitive COPYBORDERFROM no
+  expect sensitive NEWBLOCK no
+  expect sensitive EDITBLOCK no
+  expect sensitive COPYBLOCK no
+  expect sensitive COPYBLOCKFROM no
+  expect sensitive NEW_LOC no
+  expect sensitive EDIT_LOC no
+  expect sensitive COPY_LOC no
+  expect sensitive MOVE_LOC_UP no
+  expect sensitive MOVE_LOC_DOWN no
+  expect sensitive NEW_TRANSLATION no
+  expect sensitive EDIT_TRANSLATION no
   expect items BORDERLIST []
+  expect items BLOCKLIST []
+  expect items LOCATION_LIST []
+  expect items TRANSLATION_LIST []
   cancel
 )J"));
 }
@@ -100,6 +118,9 @@ dialog qorborder_config_main
   expect items BORDERLIST []
   expect items BLOCKLIST []
   expect items TRANSLATION_LIST []
+  expect sensitive TRANSLATION_LIST yes
+  expect sensitive DELETE_TRANSLATION no
+  expect sensitive DELETE_LOC no
   cancel
 )J"));
 }
