@@ -35,7 +35,8 @@ public:
     }
 
 private:
-    friend class BordersPage;
+    template <class Layout>
+    friend class LayoutListPage;
     friend class BlocksPage;
     friend class LocationsPage;
     friend class TranslationsPage;
