@@ -17,6 +17,8 @@
 
 #include <gtest/gtest.h>
 
+#include "testutil/lambda_callback.h"
+
 #include <cstdlib>
 #include <functional>
 #include <memory>
@@ -45,22 +47,8 @@ inline QApplication& application() {
     return *app;
 }
 
-using Handler = std::function<NXOpen::UIStyler::DialogState(NXOpen::UIStyler::StylerEvent*)>;
-
-/// A handler from a lambda.
-class LambdaCallback
-    : public NXOpen::Callback1<NXOpen::UIStyler::DialogState, NXOpen::UIStyler::StylerEvent*> {
-public:
-    explicit LambdaCallback(Handler fn) : m_fn(std::move(fn)) {}
-    NXOpen::UIStyler::DialogState operator()(NXOpen::UIStyler::StylerEvent* e) const override {
-        return m_fn(e);
-    }
-    NXOpen::BaseCallback* Clone() const override { return new LambdaCallback(*this); }
-    bool Equals(const NXOpen::BaseCallback& other) const override { return &other == this; }
-
-private:
-    Handler m_fn;
-};
+using TestUtil::Handler;
+using TestUtil::LambdaCallback;
 
 /// A handler that counts its calls and keeps the dialog open.
 inline LambdaCallback counting(int& calls) {

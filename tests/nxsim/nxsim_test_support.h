@@ -9,28 +9,16 @@
 
 #include <gtest/gtest.h>
 
+#include "testutil/lambda_callback.h"
+
 #include <functional>
 #include <string>
 #include <utility>
 
 namespace NxsimTest {
 
-using Handler = std::function<NXOpen::UIStyler::DialogState(NXOpen::UIStyler::StylerEvent*)>;
-
-/// A handler from a lambda.
-class LambdaCallback
-    : public NXOpen::Callback1<NXOpen::UIStyler::DialogState, NXOpen::UIStyler::StylerEvent*> {
-public:
-    explicit LambdaCallback(Handler fn) : m_fn(std::move(fn)) {}
-    NXOpen::UIStyler::DialogState operator()(NXOpen::UIStyler::StylerEvent* e) const override {
-        return m_fn(e);
-    }
-    NXOpen::BaseCallback* Clone() const override { return new LambdaCallback(*this); }
-    bool Equals(const NXOpen::BaseCallback& other) const override { return &other == this; }
-
-private:
-    Handler m_fn;
-};
+using TestUtil::Handler;
+using TestUtil::LambdaCallback;
 
 inline LambdaCallback handler(Handler fn) {
     return LambdaCallback(std::move(fn));
