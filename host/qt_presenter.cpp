@@ -247,6 +247,27 @@ void QtPresenter::restoreWindows(const std::vector<QPointer<DialogWindow>>& hidd
     }
 }
 
+void QtPresenter::waitForPick(
+    GraphicsView::PickMode mode, const std::string& prompt,
+    const std::function<QMetaObject::Connection(QEventLoop&)>& connectAnswer) {
+    m_graphics->refresh();
+    const auto hidden = hideWindows();
+    QEventLoop loop;
+    const QMetaObject::Connection answered = connectAnswer(loop);
+    const QMetaObject::Connection cancelled =
+        connect(m_graphics, &GraphicsView::pickCancelled, &loop, &QEventLoop::quit);
+    m_graphics->beginPick(mode, QString::fromStdString(prompt));
+    if (m_mainWindow) {
+        m_mainWindow->raise();
+        m_mainWindow->activateWindow();
+    }
+    loop.exec();
+    disconnect(answered);
+    disconnect(cancelled);
+    m_graphics->endPick();
+    restoreWindows(hidden);
+}
+
 nxsim::PointAnswer QtPresenter::indicatePoint(const std::string& cue) {
     emit activity();
     nxsim::PointAnswer answer;
@@ -261,29 +282,15 @@ nxsim::PointAnswer QtPresenter::indicatePoint(const std::string& cue) {
         return answer;
     }
     if (m_mode == Mode::Interactive && m_graphics) {
-        m_graphics->refresh();
-        const auto hidden = hideWindows();
-        QEventLoop loop;
-        auto picked =
-            connect(m_graphics, &GraphicsView::pointPicked, &loop, [&](double x, double y) {
+        waitForPick(GraphicsView::PickMode::Point, cue, [&](QEventLoop& loop) {
+            return connect(m_graphics, &GraphicsView::pointPicked, &loop, [&](double x, double y) {
                 answer.status = nxsim::PointAnswer::Point;
                 answer.point[0] = x;
                 answer.point[1] = y;
                 answer.point[2] = 0.0;
                 loop.quit();
             });
-        auto cancelled =
-            connect(m_graphics, &GraphicsView::pickCancelled, &loop, &QEventLoop::quit);
-        m_graphics->beginPick(GraphicsView::PickMode::Point, QString::fromStdString(cue));
-        if (m_mainWindow) {
-            m_mainWindow->raise();
-            m_mainWindow->activateWindow();
-        }
-        loop.exec();
-        disconnect(picked);
-        disconnect(cancelled);
-        m_graphics->endPick();
-        restoreWindows(hidden);
+        });
     }
     JournalStep step;
     step.kind = StepKind::Point;
@@ -306,28 +313,14 @@ nxsim::ObjectAnswer QtPresenter::selectObject(const std::string& message, const 
         return answer;
     }
     if (m_mode == Mode::Interactive && m_graphics) {
-        m_graphics->refresh();
-        const auto hidden = hideWindows();
-        QEventLoop loop;
-        auto picked =
-            connect(m_graphics, &GraphicsView::objectPicked, &loop, [&](unsigned int tag) {
+        const std::string prompt = title.empty() ? message : title + ": " + message;
+        waitForPick(GraphicsView::PickMode::Object, prompt, [&](QEventLoop& loop) {
+            return connect(m_graphics, &GraphicsView::objectPicked, &loop, [&](unsigned int tag) {
                 answer.status = nxsim::ObjectAnswer::Selected;
                 answer.tag = tag;
                 loop.quit();
             });
-        auto cancelled =
-            connect(m_graphics, &GraphicsView::pickCancelled, &loop, &QEventLoop::quit);
-        const std::string prompt = title.empty() ? message : title + ": " + message;
-        m_graphics->beginPick(GraphicsView::PickMode::Object, QString::fromStdString(prompt));
-        if (m_mainWindow) {
-            m_mainWindow->raise();
-            m_mainWindow->activateWindow();
-        }
-        loop.exec();
-        disconnect(picked);
-        disconnect(cancelled);
-        m_graphics->endPick();
-        restoreWindows(hidden);
+        });
     }
     JournalStep step;
     step.kind = StepKind::Object;

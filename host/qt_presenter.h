@@ -3,12 +3,15 @@
 #include <nxsim/journal.h>
 #include <nxsim/presenter.h>
 
+#include "graphics_view.h"
+
 #include <QObject>
 #include <QPointer>
 
 #include <functional>
 #include <vector>
 
+class QEventLoop;
 class QWidget;
 
 namespace nxsim {
@@ -79,6 +82,11 @@ private:
     /// Hides the dialog windows while the user picks in the graphics window.
     std::vector<QPointer<DialogWindow>> hideWindows();
     void restoreWindows(const std::vector<QPointer<DialogWindow>>& hidden);
+    /// Hides the dialogs and waits for a click in the graphics window: `connectAnswer` connects
+    /// the graphics window's answer to what takes it and quits the loop; a cancelled pick quits
+    /// it too. The dialogs are shown again afterwards.
+    void waitForPick(GraphicsView::PickMode mode, const std::string& prompt,
+                     const std::function<QMetaObject::Connection(QEventLoop&)>& connectAnswer);
 
     QWidget* m_mainWindow;
     Mode m_mode = Mode::Interactive;
