@@ -19,34 +19,10 @@ BlockLayout::BlockLayout(const BlockLayout& other)
       m_styles(ListUtil::deepCopy(other.m_styles)), m_fields(ListUtil::deepCopy(other.m_fields)),
       m_table(other.m_table), m_symbolTypes(ListUtil::deepCopy(other.m_symbolTypes)) {}
 
+// A deep copy, then a move: the member list lives in the copy constructor only.
 BlockLayout& BlockLayout::operator=(const BlockLayout& other) {
     if (this != &other) {
-        id = other.id;
-        description = other.description;
-        category = other.category;
-        units = other.units;
-        layer = other.layer;
-        editMethod = other.editMethod;
-        dialogFileName = other.dialogFileName;
-        delegateLibrary = other.delegateLibrary;
-        setStyleDelegate = other.setStyleDelegate;
-        editFieldsDelegate = other.editFieldsDelegate;
-        requiredBlockOnly = other.requiredBlockOnly;
-        repeating = other.repeating;
-        repeatSpacing = other.repeatSpacing;
-        columnForRowNumber = other.columnForRowNumber;
-        sbfBase = other.sbfBase;
-        sbfFileName = other.sbfFileName;
-        flip = other.flip;
-        angle = other.angle;
-        borderTransition = other.borderTransition;
-        allowOverride = other.allowOverride;
-        maxHeightMargin = other.maxHeightMargin;
-        defaultStyleId = other.defaultStyleId;
-        m_styles = ListUtil::deepCopy(other.m_styles);
-        m_fields = ListUtil::deepCopy(other.m_fields);
-        m_table = other.m_table;
-        m_symbolTypes = ListUtil::deepCopy(other.m_symbolTypes);
+        *this = BlockLayout(other);
     }
     return *this;
 }

@@ -21,6 +21,8 @@ public:
     BlockLayout() = default;
     BlockLayout(const BlockLayout& other);
     BlockLayout& operator=(const BlockLayout& other);
+    BlockLayout(BlockLayout&&) = default;
+    BlockLayout& operator=(BlockLayout&&) = default;
     ~BlockLayout() = default;
 
     std::string id;

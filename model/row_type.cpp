@@ -13,18 +13,10 @@ RowType::RowType(const RowType& other)
       m_fields(ListUtil::deepCopy(other.m_fields)), m_dialogListFields(other.m_dialogListFields),
       m_choiceSettings(other.m_choiceSettings) {}
 
+// A deep copy, then a move: the member list lives in the copy constructor only.
 RowType& RowType::operator=(const RowType& other) {
     if (this != &other) {
-        id = other.id;
-        zoneFieldId = other.zoneFieldId;
-        listSeparator = other.listSeparator;
-        headerRow = other.headerRow;
-        showBottomBorder = other.showBottomBorder;
-        typeManagerFieldId = other.typeManagerFieldId;
-        keyFieldId = other.keyFieldId;
-        m_fields = ListUtil::deepCopy(other.m_fields);
-        m_dialogListFields = other.m_dialogListFields;
-        m_choiceSettings = other.m_choiceSettings;
+        *this = RowType(other);
     }
     return *this;
 }

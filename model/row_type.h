@@ -32,6 +32,8 @@ public:
     RowType() = default;
     RowType(const RowType& other);
     RowType& operator=(const RowType& other);
+    RowType(RowType&&) = default;
+    RowType& operator=(RowType&&) = default;
     ~RowType() = default;
 
     std::string id;

@@ -7,10 +7,10 @@ namespace QorBorder {
 Table::Table(const Table& other)
     : rowsCreated(other.rowsCreated), m_rowTypes(ListUtil::deepCopy(other.m_rowTypes)) {}
 
+// A deep copy, then a move: the member list lives in the copy constructor only.
 Table& Table::operator=(const Table& other) {
     if (this != &other) {
-        rowsCreated = other.rowsCreated;
-        m_rowTypes = ListUtil::deepCopy(other.m_rowTypes);
+        *this = Table(other);
     }
     return *this;
 }

@@ -14,6 +14,8 @@ public:
     Table() = default;
     Table(const Table& other);
     Table& operator=(const Table& other);
+    Table(Table&&) = default;
+    Table& operator=(Table&&) = default;
     ~Table() = default;
 
     bool rowsCreated = false;

@@ -118,6 +118,25 @@ TEST(BlockLayout, CopyAssignmentIsDeepAsWell) {
     EXPECT_EQ(source, BlockLayout(source));
 }
 
+TEST(BlockLayout, CopyAssignmentOverAFilledLayoutReplacesEverythingAndCopiesTheTableDeeply) {
+    BlockLayout source;
+    source.id = "SOURCE";
+    source.addField(field("A"));
+    source.getTable().addRowType(rowType("ROW", {"T"}));
+    BlockLayout target;
+    target.id = "TARGET";
+    target.addField(field("X"));
+    target.addField(field("Y"));
+    target.addStyle(style("S"));
+    target = source;
+    EXPECT_EQ(target, source);
+    target.getTable().getRowType(0)->id = "changed";
+    EXPECT_EQ(source.getTable().getRowType(0)->id, "ROW");
+    const BlockLayout& same = target;
+    target = same;
+    EXPECT_EQ(target.id, "SOURCE") << "assigning a layout to itself keeps it";
+}
+
 TEST(BlockLayout, AfterFieldRenamedNoStyleEntryIsKeyedByOldId) {
     BlockLayout layout;
     layout.addField(field("OLD"));
