@@ -30,6 +30,9 @@
 namespace KivNX {
 namespace UI {
 
+template <class Controller>
+class DialogBinder;
+
 using StylerHandler = Base::Functor<NXOpen::UIStyler::DialogState, NXOpen::UIStyler::StylerEvent*>;
 using UpdateFunction = Base::Functor<void, NXOpen::UIStyler::StylerItem*>;
 
@@ -112,6 +115,10 @@ protected:
     void runUpdateHandlers();
 
 private:
+    // Binds pages that a dialog serves without making them friends of the dialog.
+    template <class Controller>
+    friend class DialogBinder;
+
     class HandlerCallback;
     struct Update {
         NXOpen::UIStyler::StylerItem* item;

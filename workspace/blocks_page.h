@@ -1,23 +1,24 @@
 #pragma once
 
+#include "model/definition_document.h"
 #include "workspace/layout_list_page.h"
-
-namespace QorBorder {
-class BlockLayout;
-}
+#include "workspace/main_dialog_names.h"
 
 namespace QorBorderConf {
 
-/// The main dialog's page of block layouts. A change of its blocks refills the locations page's
-/// block filter.
-class BlocksPage : public LayoutListPage<QorBorder::BlockLayout> {
-public:
-    explicit BlocksPage(MainDialog& mainDialog);
-
-private:
-    Rows documentRows(const QorBorder::DefinitionDocument& document) const override;
-    void deleteLayout(QorBorder::DefinitionDocument& document, const std::string& id) override;
-    void layoutDeleted() override;
+/// What the blocks page does with block layouts; the locations page offers them in its filter.
+struct BlockPageTraits {
+    using Layout = QorBorder::BlockLayout;
+    static constexpr LayoutPageNames kNames = {
+        MainDialogNames::BLOCKLIST,     MainDialogNames::NEWBLOCK,
+        MainDialogNames::EDITBLOCK,     MainDialogNames::COPYBLOCK,
+        MainDialogNames::COPYBLOCKFROM, MainDialogNames::DELETEBLOCK};
+    static constexpr auto documentRows = &QorBorder::DefinitionDocument::blockLayouts;
+    static constexpr auto deleteLayout = &QorBorder::DefinitionDocument::deleteBlockLayout;
+    static void layoutsChanged(PageHost& host) { host.blockLayoutsChanged(); }
 };
+
+/// The main dialog's page of block layouts.
+using BlocksPage = LayoutListPage<BlockPageTraits>;
 
 } // namespace QorBorderConf

@@ -6,6 +6,7 @@
 #include "kiv/system_information.h"
 #include "kivug/search_file_list.h"
 #include "model/def_document_manager.h"
+#include "ui/dialog_binder.h"
 #include "ui/message_dialogs.h"
 #include "ui/option_menu.h"
 #include "ui/single_select_list.h"
@@ -20,6 +21,7 @@
 #include <cassert>
 
 using namespace NXOpen::UIStyler;
+using KivNX::UI::OpensDialog;
 namespace fs = boost::filesystem;
 namespace Names = QorBorderConf::FileSelectDialogNames;
 
@@ -82,35 +84,33 @@ fs::path FileSelectDialog::pathForName(const fs::path& baseDirectory, const std:
     return baseDirectory / "format_defs" / fileName;
 }
 
-void FileSelectDialog::initializeDialog() {
-    const auto dialog = dialogItem();
-    dialog->AddConstructHandler(
-        registerStylerCB(Base::makeFunctor(this, &FileSelectDialog::onConstruct)), false);
-    dialog->AddOkayHandler(registerStylerCB(Base::makeFunctor(this, &FileSelectDialog::onOk)),
-                           false);
-    addUpdateHandler(dialog.get(), Base::makeFunctor(this, &FileSelectDialog::updateOkSensitivity));
+bool FileSelectDialog::chooseFile() {
+    const DialogResponse response = show();
+    return response == DialogResponseOk || response == DialogResponseCbTerminate;
+}
 
-    m_filter = getControl<KivNX::UI::OptionMenu>(Names::FILTER);
-    m_filter->AddActivateHandler(
-        registerStylerCB(Base::makeFunctor(this, &FileSelectDialog::onFilterActivated)), false);
-    m_fileList = getControl<KivNX::UI::SingleSelectList>(Names::FILE_LIST);
+void FileSelectDialog::initializeDialog() {
+    KivNX::UI::DialogBinder bind(*this, *this);
+    bind.onConstruct(&FileSelectDialog::onConstruct);
+    bind.onOkay(&FileSelectDialog::onOk);
+    bind.updateDialog(&FileSelectDialog::updateOkSensitivity);
+
+    m_filter = bind.control<KivNX::UI::OptionMenu>(Names::FILTER);
+    bind.onActivate(*m_filter, &FileSelectDialog::onFilterActivated, OpensDialog::No);
+    m_fileList = bind.control<KivNX::UI::SingleSelectList>(Names::FILE_LIST);
     if (m_mode == OpenMode) {
-        m_fileList->AddDoubleClickHandler(
-            registerStylerCB(Base::makeFunctor(this, &FileSelectDialog::onFileListDoubleClicked)),
-            false);
+        bind.onDoubleClick(*m_fileList, &FileSelectDialog::onFileListDoubleClicked,
+                           OpensDialog::No);
     }
-    m_fileList->AddActivateHandler(
-        registerStylerCB(Base::makeFunctor(this, &FileSelectDialog::onFileListActivated)), false);
-    m_fileSelection = getControl<KivNX::UI::WideString>(Names::FILE_SELECTION);
-    m_objectGroup = getControl<GroupBox>(Names::OBJECT_GROUP);
-    m_objectLabel = getControl<LabelItem>(Names::OBJECT_LABEL);
-    m_objectList = getControl<KivNX::UI::SingleSelectList>(Names::OBJECT_LIST);
-    m_objectList->AddActivateHandler(
-        registerStylerCB(Base::makeFunctor(this, &FileSelectDialog::onObjectListActivated)), false);
-    m_objectList->AddDoubleClickHandler(
-        registerStylerCB(Base::makeFunctor(this, &FileSelectDialog::onObjectListDoubleClicked)),
-        false);
-    m_locFilter = getControl<KivNX::UI::OptionMenu>(Names::LOC_FILTER);
+    bind.onActivate(*m_fileList, &FileSelectDialog::onFileListActivated, OpensDialog::No);
+    m_fileSelection = bind.control<KivNX::UI::WideString>(Names::FILE_SELECTION);
+    m_objectGroup = bind.control<GroupBox>(Names::OBJECT_GROUP);
+    m_objectLabel = bind.control<LabelItem>(Names::OBJECT_LABEL);
+    m_objectList = bind.control<KivNX::UI::SingleSelectList>(Names::OBJECT_LIST);
+    bind.onActivate(*m_objectList, &FileSelectDialog::onObjectListActivated, OpensDialog::No);
+    bind.onDoubleClick(*m_objectList, &FileSelectDialog::onObjectListDoubleClicked,
+                       OpensDialog::No);
+    m_locFilter = bind.control<KivNX::UI::OptionMenu>(Names::LOC_FILTER);
 }
 
 DialogState FileSelectDialog::onConstruct(StylerEvent* /*event*/) {
@@ -211,25 +211,34 @@ DialogState FileSelectDialog::onObjectListDoubleClicked(StylerEvent* event) {
 }
 
 DialogState FileSelectDialog::onOk(StylerEvent* /*event*/) {
+    // The chosen path is stored and logged before it is checked: the log shows what the user
+    // tried, refused or not.
     m_selectedPath = chosenPath();
     Base::log::Logger& log = QorBorder::info_log();
     if (log.enabled()) {
         Base::log::LoggerStream(log)
             << "Setting file cache to " << m_selectedPath.string() << std::endl;
     }
+
     if (m_selectedPath.empty()) {
-        KivNX::UI::errorDialog("Validation Error", "File must not be empty.");
-        return DialogStateContinueDialog;
+        return KivNX::UI::refuse(*m_fileSelection, KivNX::UI::kValidationError,
+                                 "File must not be empty.");
     }
-    if (m_objectList->HasSelection()) {
-        const auto row = static_cast<std::size_t>(m_objectList->SelectedIndexValue());
-        if (m_mode == CopyBlockMode && row < m_blockLayouts.size()) {
-            m_selectedBlockLayout = m_blockLayouts[row];
-        } else if (m_mode == CopyBorderMode && row < m_borderLayouts.size()) {
-            m_selectedBorderLayout = m_borderLayouts[row];
-        }
-    }
+
+    writeChosenObject();
     return DialogStateExitDialog;
+}
+
+void FileSelectDialog::writeChosenObject() {
+    if (!m_objectList->HasSelection()) {
+        return;
+    }
+    const auto row = static_cast<std::size_t>(m_objectList->SelectedIndexValue());
+    if (m_mode == CopyBlockMode && row < m_blockLayouts.size()) {
+        m_selectedBlockLayout = m_blockLayouts[row];
+    } else if (m_mode == CopyBorderMode && row < m_borderLayouts.size()) {
+        m_selectedBorderLayout = m_borderLayouts[row];
+    }
 }
 
 void FileSelectDialog::updateOkSensitivity(StylerItem* item) {

@@ -40,6 +40,11 @@ public:
     /// throws Kiv::ConfigurationError when their settings are malformed.
     FileSelectDialog(const boost::filesystem::path& startPath, int mode);
 
+    /// Shows the dialog; true when the user chose: OK (response 2) or a double-click (9), which
+    /// opening, choosing a move target and copying from another document all accept. Save As
+    /// takes only OK and calls show() itself.
+    bool chooseFile();
+
     /// The chosen path; valid after the dialog ended with OK or a double-click.
     const boost::filesystem::path& selectedPath() const { return m_selectedPath; }
     /// The block chosen in copy-block mode; null when none was chosen.
@@ -73,6 +78,8 @@ private:
     DialogState onObjectListDoubleClicked(StylerEvent* event);
     void updateOkSensitivity(StylerItem* item);
 
+    /// Stores the object chosen in a copy mode.
+    void writeChosenObject();
     void fillFileList();
     /// The base directory of the current "FILTER" entry.
     boost::filesystem::path currentBaseDirectory() const;

@@ -1,41 +1,42 @@
 #include "workspace/layout_list_page.h"
 
 #include "model/definition_document.h"
+#include "ui/dialog_binder.h"
 #include "ui/sensitivity.h"
 #include "ui/single_select_list.h"
-#include "workspace/main_dialog.h"
+#include "workspace/blocks_page.h"
+#include "workspace/borders_page.h"
 
 using namespace NXOpen::UIStyler;
+using KivNX::UI::OpensDialog;
 
 namespace QorBorderConf {
 
-template <class Layout>
-void LayoutListPage<Layout>::bindControls() {
-    m_list = m_main.template getControl<KivNX::UI::SingleSelectList>(m_names.list);
-    m_list->AddActivateHandler(
-        m_main.registerStylerCB(Base::makeFunctor(this, &LayoutListPage::onListActivated)), false);
-    m_main.addUpdateHandler(m_list.get(),
-                            Base::makeFunctor(this, &LayoutListPage::updateListSensitivity));
-    m_newButton = m_main.template getControl<PushButton>(m_names.newButton);
-    m_editButton = m_main.template getControl<PushButton>(m_names.editButton);
-    m_copyButton = m_main.template getControl<PushButton>(m_names.copyButton);
-    m_copyFromButton = m_main.template getControl<PushButton>(m_names.copyFromButton);
-    m_deleteButton = m_main.template getControl<PushButton>(m_names.deleteButton);
-    m_deleteButton->AddActivateHandler(
-        m_main.registerStylerCB(Base::makeFunctor(this, &LayoutListPage::onDeleteActivated)),
-        false);
-    m_main.addUpdateHandler(m_deleteButton.get(),
-                            Base::makeFunctor(this, &LayoutListPage::updateDeleteSensitivity));
+template <class Traits>
+void LayoutListPage<Traits>::bindControls(KivNX::UI::NXDialogBase& dialog) {
+    KivNX::UI::DialogBinder bind(dialog, *this);
+    const LayoutPageNames& names = Traits::kNames;
+    m_list = bind.template control<KivNX::UI::SingleSelectList>(names.list);
+    bind.onActivate(*m_list, &LayoutListPage::onListActivated, OpensDialog::No);
+    bind.update(*m_list, &LayoutListPage::updateListSensitivity);
+    m_newButton = bind.template control<PushButton>(names.newButton);
+    m_editButton = bind.template control<PushButton>(names.editButton);
+    m_copyButton = bind.template control<PushButton>(names.copyButton);
+    m_copyFromButton = bind.template control<PushButton>(names.copyFromButton);
+    m_deleteButton = bind.template control<PushButton>(names.deleteButton);
+    bind.onActivate(*m_deleteButton, &LayoutListPage::onDeleteActivated, OpensDialog::No);
+    bind.update(*m_deleteButton, &LayoutListPage::updateDeleteSensitivity);
 }
 
-template <class Layout>
-void LayoutListPage<Layout>::refreshList() {
+template <class Traits>
+void LayoutListPage<Traits>::refreshList() {
     m_list->ClearList();
     m_rows.clear();
-    if (!m_main.m_activeDocument) {
+    const auto& document = m_host.activeDocument();
+    if (!document) {
         return;
     }
-    m_rows = documentRows(*m_main.m_activeDocument);
+    m_rows = (document.get()->*Traits::documentRows)(QorBorder::AllUnits);
     std::vector<std::string> ids;
     for (const auto& layout : m_rows) {
         ids.push_back(layout->id);
@@ -43,35 +44,36 @@ void LayoutListPage<Layout>::refreshList() {
     m_list->SetListItems(ids);
 }
 
-template <class Layout>
-DialogState LayoutListPage<Layout>::onListActivated(StylerEvent* /*event*/) {
-    m_main.deselectListsOtherThan(m_list.get());
+template <class Traits>
+DialogState LayoutListPage<Traits>::onListActivated(StylerEvent* /*event*/) {
+    m_host.deselectListsOtherThan(m_list.get());
     return DialogStateContinueDialog;
 }
 
-template <class Layout>
-DialogState LayoutListPage<Layout>::onDeleteActivated(StylerEvent* /*event*/) {
+template <class Traits>
+DialogState LayoutListPage<Traits>::onDeleteActivated(StylerEvent* /*event*/) {
+    const auto& document = m_host.activeDocument();
     const int row = m_list->SelectedIndexValue();
-    if (!m_main.m_activeDocument || row < 0) {
+    if (!document || row < 0) {
         return DialogStateContinueDialog;
     }
-    deleteLayout(*m_main.m_activeDocument, m_rows.at(static_cast<std::size_t>(row))->id);
+    (document.get()->*Traits::deleteLayout)(m_rows.at(static_cast<std::size_t>(row))->id);
     refreshList();
-    layoutDeleted();
+    Traits::layoutsChanged(m_host);
     return DialogStateContinueDialog;
 }
 
-template <class Layout>
-void LayoutListPage<Layout>::updateListSensitivity(StylerItem* item) {
-    KivNX::UI::setSensitivity(item, m_main.m_activeDocument != nullptr);
+template <class Traits>
+void LayoutListPage<Traits>::updateListSensitivity(StylerItem* item) {
+    KivNX::UI::setSensitivity(item, m_host.activeDocument() != nullptr);
 }
 
-template <class Layout>
-void LayoutListPage<Layout>::updateDeleteSensitivity(StylerItem* item) {
-    KivNX::UI::setSensitivity(item, m_main.m_activeDocument && m_list->HasSelection());
+template <class Traits>
+void LayoutListPage<Traits>::updateDeleteSensitivity(StylerItem* item) {
+    KivNX::UI::setSensitivity(item, m_host.activeDocument() && m_list->HasSelection());
 }
 
-template class LayoutListPage<QorBorder::BorderLayout>;
-template class LayoutListPage<QorBorder::BlockLayout>;
+template class LayoutListPage<BorderPageTraits>;
+template class LayoutListPage<BlockPageTraits>;
 
 } // namespace QorBorderConf

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "workspace/page_host.h"
+
 #include <NXOpen/UIStyler_PushButton.hxx>
 #include <NXOpen/UIStyler_StylerEvent.hxx>
 
@@ -8,29 +10,41 @@
 #include <string>
 #include <vector>
 
-namespace QorBorder {
-class DefinitionDocument;
-}
 namespace KivNX {
 namespace UI {
+class NXDialogBase;
 class SingleSelectList;
-}
+} // namespace UI
 } // namespace KivNX
 
 namespace QorBorderConf {
 
-class MainDialog;
+/// The control names of a layout page, in the order they are bound.
+struct LayoutPageNames {
+    const char* list;
+    const char* newButton;
+    const char* editButton;
+    const char* copyButton;
+    const char* copyFromButton;
+    const char* deleteButton;
+};
 
-/// What the borders and blocks pages share: the list of the active document's layouts, one row
+/// The borders page and the blocks page: the list of the active document's layouts, one row
 /// per layout ID in the document's order, clearing the other pages' selections, and deleting the
-/// selected layout at once. Creating and editing layouts need their layout dialogs, which this
-/// program does not have yet: those buttons stay insensitive until it does.
-template <class Layout>
+/// selected layout at once. What differs between the two is in `Traits` (borders_page.h,
+/// blocks_page.h): the layout class, the page's control names, the document's list, delete and
+/// what else must follow a change. New, edit, copy and copy from another document come with the
+/// layout dialogs: each adds the dialog class, the getter, the adder and the file select mode to
+/// its traits; until then those buttons stay insensitive.
+template <class Traits>
 class LayoutListPage {
 public:
+    using Layout = typename Traits::Layout;
     using Rows = std::vector<boost::shared_ptr<const Layout>>;
 
-    void bindControls();
+    explicit LayoutListPage(PageHost& host) : m_host(host) {}
+
+    void bindControls(KivNX::UI::NXDialogBase& dialog);
     /// Rebuilds the list and the row vector from the active document.
     void refreshList();
 
@@ -38,40 +52,17 @@ public:
     const Rows& rows() const { return m_rows; }
     const boost::shared_ptr<KivNX::UI::SingleSelectList>& list() const { return m_list; }
 
-protected:
-    /// A page's controls, in the order they are bound.
-    struct ControlNames {
-        const char* list;
-        const char* newButton;
-        const char* editButton;
-        const char* copyButton;
-        const char* copyFromButton;
-        const char* deleteButton;
-    };
-
-    LayoutListPage(MainDialog& mainDialog, const ControlNames& names)
-        : m_main(mainDialog), m_names(names) {}
-    ~LayoutListPage() = default;
-
-    MainDialog& m_main;
-
 private:
     using DialogState = NXOpen::UIStyler::DialogState;
     using StylerEvent = NXOpen::UIStyler::StylerEvent;
     using StylerItem = NXOpen::UIStyler::StylerItem;
-
-    /// The document's layouts of this page, in its order.
-    virtual Rows documentRows(const QorBorder::DefinitionDocument& document) const = 0;
-    virtual void deleteLayout(QorBorder::DefinitionDocument& document, const std::string& id) = 0;
-    /// Runs after a layout was deleted and the list rebuilt.
-    virtual void layoutDeleted() {}
 
     DialogState onListActivated(StylerEvent* event);
     DialogState onDeleteActivated(StylerEvent* event);
     void updateListSensitivity(StylerItem* item);
     void updateDeleteSensitivity(StylerItem* item);
 
-    ControlNames m_names;
+    PageHost& m_host;
     Rows m_rows;
     boost::shared_ptr<KivNX::UI::SingleSelectList> m_list;
     boost::shared_ptr<NXOpen::UIStyler::PushButton> m_newButton;

@@ -2,13 +2,14 @@
 
 #include "model/def_document_manager.h"
 #include "model/definition_document.h"
+#include "ui/dialog_binder.h"
 #include "ui/option_menu.h"
 #include "ui/sensitivity.h"
 #include "ui/single_select_list.h"
-#include "workspace/main_dialog.h"
 #include "workspace/main_dialog_names.h"
 
 using namespace NXOpen::UIStyler;
+using KivNX::UI::OpensDialog;
 namespace Names = QorBorderConf::MainDialogNames;
 
 namespace QorBorderConf {
@@ -21,39 +22,25 @@ bool anyBlockLayoutKnown() {
 
 } // namespace
 
-void LocationsPage::bindControls() {
-    m_blockFilter = m_main.getControl<KivNX::UI::OptionMenu>(Names::BLOCK_FILTER);
-    m_blockFilter->AddActivateHandler(
-        m_main.registerStylerCB(Base::makeFunctor(this, &LocationsPage::onBlockFilterActivated)),
-        false);
-    m_list = m_main.getControl<KivNX::UI::SingleSelectList>(Names::LOCATION_LIST);
-    m_list->AddActivateHandler(
-        m_main.registerStylerCB(Base::makeFunctor(this, &LocationsPage::onLocationListActivated)),
-        false);
-    m_main.addUpdateHandler(m_list.get(),
-                            Base::makeFunctor(this, &LocationsPage::updateListSensitivity));
-    m_newLocation = m_main.getControl<PushButton>(Names::NEW_LOC);
-    m_editLocation = m_main.getControl<PushButton>(Names::EDIT_LOC);
-    m_copyLocation = m_main.getControl<PushButton>(Names::COPY_LOC);
-    m_deleteLocation = m_main.getControl<PushButton>(Names::DELETE_LOC);
-    m_deleteLocation->AddActivateHandler(
-        m_main.registerStylerCB(Base::makeFunctor(this, &LocationsPage::onDeleteLocationActivated)),
-        false);
-    m_main.addUpdateHandler(
-        m_deleteLocation.get(),
-        Base::makeFunctor(this, &LocationsPage::updateDeleteLocationSensitivity));
-    m_moveUp = m_main.getControl<PushButton>(Names::MOVE_LOC_UP);
-    m_moveUp->AddActivateHandler(
-        m_main.registerStylerCB(Base::makeFunctor(this, &LocationsPage::onMoveLocationUpActivated)),
-        false);
-    m_main.addUpdateHandler(m_moveUp.get(),
-                            Base::makeFunctor(this, &LocationsPage::updateMoveUpSensitivity));
-    m_moveDown = m_main.getControl<PushButton>(Names::MOVE_LOC_DOWN);
-    m_moveDown->AddActivateHandler(m_main.registerStylerCB(Base::makeFunctor(
-                                       this, &LocationsPage::onMoveLocationDownActivated)),
-                                   false);
-    m_main.addUpdateHandler(m_moveDown.get(),
-                            Base::makeFunctor(this, &LocationsPage::updateMoveDownSensitivity));
+void LocationsPage::bindControls(KivNX::UI::NXDialogBase& dialog) {
+    KivNX::UI::DialogBinder bind(dialog, *this);
+    m_blockFilter = bind.control<KivNX::UI::OptionMenu>(Names::BLOCK_FILTER);
+    bind.onActivate(*m_blockFilter, &LocationsPage::onBlockFilterActivated, OpensDialog::No);
+    m_list = bind.control<KivNX::UI::SingleSelectList>(Names::LOCATION_LIST);
+    bind.onActivate(*m_list, &LocationsPage::onLocationListActivated, OpensDialog::No);
+    bind.update(*m_list, &LocationsPage::updateListSensitivity);
+    m_newLocation = bind.control<PushButton>(Names::NEW_LOC);
+    m_editLocation = bind.control<PushButton>(Names::EDIT_LOC);
+    m_copyLocation = bind.control<PushButton>(Names::COPY_LOC);
+    m_deleteLocation = bind.control<PushButton>(Names::DELETE_LOC);
+    bind.onActivate(*m_deleteLocation, &LocationsPage::onDeleteLocationActivated, OpensDialog::No);
+    bind.update(*m_deleteLocation, &LocationsPage::updateDeleteLocationSensitivity);
+    m_moveUp = bind.control<PushButton>(Names::MOVE_LOC_UP);
+    bind.onActivate(*m_moveUp, &LocationsPage::onMoveLocationUpActivated, OpensDialog::No);
+    bind.update(*m_moveUp, &LocationsPage::updateMoveUpSensitivity);
+    m_moveDown = bind.control<PushButton>(Names::MOVE_LOC_DOWN);
+    bind.onActivate(*m_moveDown, &LocationsPage::onMoveLocationDownActivated, OpensDialog::No);
+    bind.update(*m_moveDown, &LocationsPage::updateMoveDownSensitivity);
 }
 
 std::string LocationsPage::rowText(const QorBorder::BlockLocation& location) {
@@ -86,10 +73,11 @@ void LocationsPage::refreshFilter() {
 void LocationsPage::refreshList() {
     m_list->ClearList();
     m_rows.clear();
-    if (!m_main.m_activeDocument) {
+    const auto& document = m_host.activeDocument();
+    if (!document) {
         return;
     }
-    m_rows = m_main.m_activeDocument->blockLocations(filterBlockId(), "");
+    m_rows = document->blockLocations(filterBlockId(), "");
     std::vector<std::string> texts;
     for (const auto& location : m_rows) {
         texts.push_back(rowText(*location));
@@ -103,14 +91,14 @@ DialogState LocationsPage::onBlockFilterActivated(StylerEvent* /*event*/) {
 }
 
 DialogState LocationsPage::onLocationListActivated(StylerEvent* /*event*/) {
-    m_main.deselectListsOtherThan(m_list.get());
+    m_host.deselectListsOtherThan(m_list.get());
     return DialogStateContinueDialog;
 }
 
 DialogState LocationsPage::onDeleteLocationActivated(StylerEvent* /*event*/) {
     const int row = m_list->SelectedIndexValue();
-    if (m_main.m_activeDocument && row >= 0) {
-        m_main.m_activeDocument->deleteBlockLocation(filterBlockId(), row);
+    if (m_host.activeDocument() && row >= 0) {
+        m_host.activeDocument()->deleteBlockLocation(filterBlockId(), row);
         refreshList();
     }
     return DialogStateContinueDialog;
@@ -133,7 +121,7 @@ DialogState LocationsPage::onMoveLocationDownActivated(StylerEvent* /*event*/) {
 }
 
 void LocationsPage::swapLocations(int a, int b) {
-    QorBorder::DefinitionDocument& document = *m_main.m_activeDocument;
+    QorBorder::DefinitionDocument& document = *m_host.activeDocument();
     const std::string blockId = filterBlockId();
     const auto first = document.getBlockLocation(blockId, a);
     const auto second = document.getBlockLocation(blockId, b);
@@ -143,28 +131,28 @@ void LocationsPage::swapLocations(int a, int b) {
     const QorBorder::BlockLocation temporary = *first;
     *first = *second;
     *second = temporary;
-    document.modified = true;
+    m_host.markActiveDocumentModified();
     refreshList();
 }
 
 void LocationsPage::updateListSensitivity(StylerItem* item) {
-    KivNX::UI::setSensitivity(item, m_main.m_activeDocument != nullptr);
+    KivNX::UI::setSensitivity(item, m_host.activeDocument() != nullptr);
 }
 
 void LocationsPage::updateDeleteLocationSensitivity(StylerItem* item) {
-    KivNX::UI::setSensitivity(item, m_main.m_activeDocument && anyBlockLayoutKnown() &&
+    KivNX::UI::setSensitivity(item, m_host.activeDocument() && anyBlockLayoutKnown() &&
                                         m_list->HasSelection());
 }
 
 void LocationsPage::updateMoveUpSensitivity(StylerItem* item) {
-    KivNX::UI::setSensitivity(item, !m_rows.empty() && m_main.m_activeDocument &&
+    KivNX::UI::setSensitivity(item, !m_rows.empty() && m_host.activeDocument() &&
                                         m_list->SelectedIndexValue() >= 1);
 }
 
 void LocationsPage::updateMoveDownSensitivity(StylerItem* item) {
     // No selection (a negative row) converts to the largest unsigned value: never sensitive.
     const auto row = static_cast<std::size_t>(static_cast<long long>(m_list->SelectedIndexValue()));
-    KivNX::UI::setSensitivity(item, m_main.m_activeDocument && !m_rows.empty() &&
+    KivNX::UI::setSensitivity(item, m_host.activeDocument() && !m_rows.empty() &&
                                         row < m_rows.size() - 1);
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "workspace/page_host.h"
+
 #include <NXOpen/UIStyler_PushButton.hxx>
 #include <NXOpen/UIStyler_StylerEvent.hxx>
 
@@ -13,6 +15,7 @@ class BlockLocation;
 }
 namespace KivNX {
 namespace UI {
+class NXDialogBase;
 class OptionMenu;
 class SingleSelectList;
 } // namespace UI
@@ -20,16 +23,14 @@ class SingleSelectList;
 
 namespace QorBorderConf {
 
-class MainDialog;
-
 /// The main dialog's page of block locations, one block layout at a time. New, edit and copy
 /// need the block location dialog, which this program does not have yet: those buttons stay
 /// insensitive until it does.
 class LocationsPage {
 public:
-    explicit LocationsPage(MainDialog& mainDialog) : m_main(mainDialog) {}
+    explicit LocationsPage(PageHost& host) : m_host(host) {}
 
-    void bindControls();
+    void bindControls(KivNX::UI::NXDialogBase& dialog);
     /// Offers the IDs of every known block layout in "BLOCK_FILTER"; with none known, the menu
     /// keeps what it had.
     void refreshFilter();
@@ -62,7 +63,7 @@ private:
     /// the document, so their order changes.
     void swapLocations(int a, int b);
 
-    MainDialog& m_main;
+    PageHost& m_host;
     /// The locations shown, row i being element i.
     std::vector<boost::shared_ptr<const QorBorder::BlockLocation>> m_rows;
     boost::shared_ptr<KivNX::UI::OptionMenu> m_blockFilter;

@@ -1,6 +1,7 @@
 #include "workspace/main_dialog.h"
 
 #include "model/def_document_manager.h"
+#include "ui/dialog_binder.h"
 #include "ui/message_dialogs.h"
 #include "ui/sensitivity.h"
 #include "ui/single_select_list.h"
@@ -17,68 +18,46 @@
 #include <cassert>
 
 using namespace NXOpen::UIStyler;
+using KivNX::UI::OpensDialog;
 namespace Names = QorBorderConf::MainDialogNames;
 
 namespace QorBorderConf {
-
-namespace {
-
-bool acceptsFileChoice(DialogResponse response) {
-    // A double-click in the file select dialog ends it with 9; opening and choosing a target
-    // take that like OK.
-    return response == DialogResponseOk || response == DialogResponseCbTerminate;
-}
-
-} // namespace
 
 MainDialog::MainDialog()
     : NXDialogBase(Names::kResourceFile, Names::kDialogName), m_bordersPage(*this),
       m_blocksPage(*this), m_locationsPage(*this), m_translationsPage(*this) {}
 
 void MainDialog::initializeDialog() {
-    dialogItem()->AddConstructHandler(
-        registerStylerCB(Base::makeFunctor(this, &MainDialog::onConstruct)), false);
+    KivNX::UI::DialogBinder bind(*this, *this);
+    bind.onConstruct(&MainDialog::onConstruct);
 
-    m_fileInfo = getControl<GroupBox>(Names::FILEINFO);
-    addUpdateHandler(m_fileInfo.get(),
-                     Base::makeFunctor(this, &MainDialog::updateFileInfoSensitivity));
-    m_location = getControl<LabelItem>(Names::LOCATION);
-    m_fileName = getControl<LabelItem>(Names::FILENAME);
+    m_fileInfo = bind.control<GroupBox>(Names::FILEINFO);
+    bind.update(*m_fileInfo, &MainDialog::updateFileInfoSensitivity);
+    m_location = bind.control<LabelItem>(Names::LOCATION);
+    m_fileName = bind.control<LabelItem>(Names::FILENAME);
+    m_newFile = bind.control<PushButton>(Names::NEW_FILE);
+    bind.onActivate(*m_newFile, &MainDialog::onNewFileActivated, OpensDialog::No);
+    m_openFile = bind.control<PushButton>(Names::OPEN_FILE);
+    bind.onActivate(*m_openFile, &MainDialog::onOpenFileActivated, OpensDialog::Yes);
+    m_saveFile = bind.control<PushButton>(Names::SAVE_FILE);
+    bind.onActivate(*m_saveFile, &MainDialog::onSaveFileActivated, OpensDialog::Yes);
+    bind.update(*m_saveFile, &MainDialog::updateSaveFileSensitivity);
+    m_saveAsFile = bind.control<PushButton>(Names::SAVEAS_FILE);
+    bind.onActivate(*m_saveAsFile, &MainDialog::onSaveAsFileActivated, OpensDialog::Yes);
+    bind.update(*m_saveAsFile, &MainDialog::updateSaveAsFileSensitivity);
+    m_saveAll = bind.control<PushButton>(Names::SAVE_ALL);
+    bind.onActivate(*m_saveAll, &MainDialog::onSaveAllActivated, OpensDialog::No);
+    bind.update(*m_saveAll, &MainDialog::updateSaveAllSensitivity);
+    m_moveItems = bind.control<PushButton>(Names::MOVE_ITEMS);
+    bind.onActivate(*m_moveItems, &MainDialog::onMoveItemsActivated, OpensDialog::Yes);
+    bind.update(*m_moveItems, &MainDialog::updateMoveItemsSensitivity);
+    m_fileSummary = bind.control<PushButton>(Names::FILE_SUMMARY);
+    bind.onActivate(*m_fileSummary, &MainDialog::onFileSummaryActivated, OpensDialog::No);
 
-    m_newFile = getControl<PushButton>(Names::NEW_FILE);
-    m_newFile->AddActivateHandler(
-        registerStylerCB(Base::makeFunctor(this, &MainDialog::onNewFileActivated)), false);
-    m_openFile = getControl<PushButton>(Names::OPEN_FILE);
-    m_openFile->AddActivateHandler(
-        registerStylerCB(Base::makeFunctor(this, &MainDialog::onOpenFileActivated)), true);
-    m_saveFile = getControl<PushButton>(Names::SAVE_FILE);
-    m_saveFile->AddActivateHandler(
-        registerStylerCB(Base::makeFunctor(this, &MainDialog::onSaveFileActivated)), true);
-    addUpdateHandler(m_saveFile.get(),
-                     Base::makeFunctor(this, &MainDialog::updateSaveFileSensitivity));
-    m_saveAsFile = getControl<PushButton>(Names::SAVEAS_FILE);
-    m_saveAsFile->AddActivateHandler(
-        registerStylerCB(Base::makeFunctor(this, &MainDialog::onSaveAsFileActivated)), true);
-    addUpdateHandler(m_saveAsFile.get(),
-                     Base::makeFunctor(this, &MainDialog::updateSaveAsFileSensitivity));
-    m_saveAll = getControl<PushButton>(Names::SAVE_ALL);
-    m_saveAll->AddActivateHandler(
-        registerStylerCB(Base::makeFunctor(this, &MainDialog::onSaveAllActivated)), false);
-    addUpdateHandler(m_saveAll.get(),
-                     Base::makeFunctor(this, &MainDialog::updateSaveAllSensitivity));
-    m_moveItems = getControl<PushButton>(Names::MOVE_ITEMS);
-    m_moveItems->AddActivateHandler(
-        registerStylerCB(Base::makeFunctor(this, &MainDialog::onMoveItemsActivated)), true);
-    addUpdateHandler(m_moveItems.get(),
-                     Base::makeFunctor(this, &MainDialog::updateMoveItemsSensitivity));
-    m_fileSummary = getControl<PushButton>(Names::FILE_SUMMARY);
-    m_fileSummary->AddActivateHandler(
-        registerStylerCB(Base::makeFunctor(this, &MainDialog::onFileSummaryActivated)), false);
-
-    m_bordersPage.bindControls();
-    m_blocksPage.bindControls();
-    m_locationsPage.bindControls();
-    m_translationsPage.bindControls();
+    m_bordersPage.bindControls(*this);
+    m_blocksPage.bindControls(*this);
+    m_locationsPage.bindControls(*this);
+    m_translationsPage.bindControls(*this);
 }
 
 DialogState MainDialog::onConstruct(StylerEvent* /*event*/) {
@@ -96,7 +75,7 @@ DialogState MainDialog::onNewFileActivated(StylerEvent* /*event*/) {
 
 DialogState MainDialog::onOpenFileActivated(StylerEvent* /*event*/) {
     FileSelectDialog fileSelect(boost::filesystem::path(), FileSelectDialog::OpenMode);
-    if (acceptsFileChoice(fileSelect.show())) {
+    if (fileSelect.chooseFile()) {
         m_activeDocument = QorBorder::DefDocumentManager().getDocument(fileSelect.selectedPath());
         assert(m_activeDocument);
         refreshAll();
@@ -120,6 +99,7 @@ DialogState MainDialog::onSaveAsFileActivated(StylerEvent* /*event*/) {
 }
 
 void MainDialog::saveActiveDocumentAs() {
+    // Unlike opening, saving takes only OK: the save-as list has no double-click.
     FileSelectDialog fileSelect(boost::filesystem::path(), FileSelectDialog::SaveAsMode);
     if (fileSelect.show() != DialogResponseOk) {
         return;
@@ -180,7 +160,7 @@ DialogState MainDialog::onMoveItemsActivated(StylerEvent* /*event*/) {
     }
 
     FileSelectDialog fileSelect(m_activeDocument->filename(), FileSelectDialog::OpenMode);
-    if (!acceptsFileChoice(fileSelect.show())) {
+    if (!fileSelect.chooseFile()) {
         return DialogStateContinueDialog;
     }
     const boost::shared_ptr<QorBorder::DefinitionDocument> target =
@@ -208,7 +188,7 @@ void MainDialog::moveSelectedBlock(QorBorder::DefinitionDocument& target) {
     target.addBlockLayout(boost::make_shared<QorBorder::BlockLayout>(*source));
     m_activeDocument->deleteBlockLayout(id);
     m_blocksPage.refreshList();
-    m_locationsPage.refreshFilter();
+    blockLayoutsChanged();
 }
 
 void MainDialog::moveSelectedBorder(QorBorder::DefinitionDocument& target) {
@@ -238,19 +218,13 @@ void MainDialog::moveSelectedTranslation(QorBorder::DefinitionDocument& target) 
     std::map<std::string, std::string> targetTranslations;
     target.fieldTranslations(targetTranslations);
     // A translation the target already has is kept; the moved one is dropped.
-    targetTranslations.insert({key, m_translations[key]});
+    targetTranslations.insert({key, m_translationsPage.translations().at(key)});
     target.setFieldTranslations(targetTranslations);
-    m_translations.erase(key);
-    m_activeDocument->setFieldTranslations(m_translations);
-    m_translationsPage.refreshList();
+    m_translationsPage.eraseTranslation(key);
 }
 
 void MainDialog::refreshAll() {
-    m_translations.clear();
-    if (m_activeDocument) {
-        m_activeDocument->fieldTranslations(m_translations);
-    }
-    m_translationsPage.refreshList();
+    m_translationsPage.reload();
     m_bordersPage.refreshList();
     m_blocksPage.refreshList();
     // The filter is refilled here too: filled only when the dialog was built, it would offer no
@@ -268,6 +242,16 @@ void MainDialog::updateLabels() {
         m_fileName->SetLabel("No active file");
         m_location->SetLabel("???");
     }
+}
+
+void MainDialog::markActiveDocumentModified() {
+    if (m_activeDocument) {
+        m_activeDocument->modified = true;
+    }
+}
+
+void MainDialog::blockLayoutsChanged() {
+    m_locationsPage.refreshFilter();
 }
 
 void MainDialog::deselectListsOtherThan(const KivNX::UI::SingleSelectList* keep) {

@@ -4,43 +4,27 @@
 #include "workspace/blocks_page.h"
 #include "workspace/borders_page.h"
 #include "workspace/locations_page.h"
+#include "workspace/page_host.h"
 #include "workspace/translations_page.h"
 
 #include <boost/shared_ptr.hpp>
 
-#include <map>
-#include <string>
-
-namespace QorBorder {
-class DefinitionDocument;
-}
-
-namespace KivNX {
-namespace UI {
-class SingleSelectList;
-}
-} // namespace KivNX
 
 namespace QorBorderConf {
 
 /// The configurator's top dialog: the one active document, the file operations, the summary and
-/// moving items between documents. Its four pages are served by this object.
-class MainDialog : public KivNX::UI::NXDialogBase {
+/// moving items between documents. Its four pages are served by this object and reach it only
+/// as their PageHost.
+class MainDialog : public KivNX::UI::NXDialogBase, private PageHost {
 public:
     MainDialog();
 
     /// The active document; null when none.
-    const boost::shared_ptr<QorBorder::DefinitionDocument>& activeDocument() const {
+    const boost::shared_ptr<QorBorder::DefinitionDocument>& activeDocument() const override {
         return m_activeDocument;
     }
 
 private:
-    template <class Layout>
-    friend class LayoutListPage;
-    friend class BlocksPage;
-    friend class LocationsPage;
-    friend class TranslationsPage;
-
     using DialogState = NXOpen::UIStyler::DialogState;
     using StylerEvent = NXOpen::UIStyler::StylerEvent;
     using StylerItem = NXOpen::UIStyler::StylerItem;
@@ -71,13 +55,13 @@ private:
     /// After the active document changed: translations, lists and labels from the document.
     void refreshAll();
     void updateLabels();
-    /// Clears the selection of every page list but `keep`, so that one list at most has one.
-    void deselectListsOtherThan(const KivNX::UI::SingleSelectList* keep);
+
+    // What the pages ask of the dialog.
+    void markActiveDocumentModified() override;
+    void deselectListsOtherThan(const KivNX::UI::SingleSelectList* keep) override;
+    void blockLayoutsChanged() override;
 
     boost::shared_ptr<QorBorder::DefinitionDocument> m_activeDocument;
-    /// Working copy of the active document's field translations, shared with the translations
-    /// page; written back to the document after every change.
-    std::map<std::string, std::string> m_translations;
 
     boost::shared_ptr<NXOpen::UIStyler::GroupBox> m_fileInfo;
     boost::shared_ptr<NXOpen::UIStyler::LabelItem> m_location;

@@ -1,39 +1,42 @@
 #include "workspace/translations_page.h"
 
 #include "model/definition_document.h"
+#include "ui/dialog_binder.h"
 #include "ui/sensitivity.h"
 #include "ui/single_select_list.h"
-#include "workspace/main_dialog.h"
 #include "workspace/main_dialog_names.h"
 
 using namespace NXOpen::UIStyler;
+using KivNX::UI::OpensDialog;
 namespace Names = QorBorderConf::MainDialogNames;
 
 namespace QorBorderConf {
 
-void TranslationsPage::bindControls() {
-    m_list = m_main.getControl<KivNX::UI::SingleSelectList>(Names::TRANSLATION_LIST);
-    m_list->AddActivateHandler(m_main.registerStylerCB(Base::makeFunctor(
-                                   this, &TranslationsPage::onTranslationListActivated)),
-                               false);
-    m_main.addUpdateHandler(m_list.get(),
-                            Base::makeFunctor(this, &TranslationsPage::updateListSensitivity));
-    m_newTranslation = m_main.getControl<PushButton>(Names::NEW_TRANSLATION);
-    m_editTranslation = m_main.getControl<PushButton>(Names::EDIT_TRANSLATION);
-    m_deleteTranslation = m_main.getControl<PushButton>(Names::DELETE_TRANSLATION);
-    m_deleteTranslation->AddActivateHandler(
-        m_main.registerStylerCB(
-            Base::makeFunctor(this, &TranslationsPage::onDeleteTranslationActivated)),
-        false);
-    m_main.addUpdateHandler(
-        m_deleteTranslation.get(),
-        Base::makeFunctor(this, &TranslationsPage::updateDeleteTranslationSensitivity));
+void TranslationsPage::bindControls(KivNX::UI::NXDialogBase& dialog) {
+    KivNX::UI::DialogBinder bind(dialog, *this);
+    m_list = bind.control<KivNX::UI::SingleSelectList>(Names::TRANSLATION_LIST);
+    bind.onActivate(*m_list, &TranslationsPage::onTranslationListActivated, OpensDialog::No);
+    bind.update(*m_list, &TranslationsPage::updateListSensitivity);
+    m_newTranslation = bind.control<PushButton>(Names::NEW_TRANSLATION);
+    m_editTranslation = bind.control<PushButton>(Names::EDIT_TRANSLATION);
+    m_deleteTranslation = bind.control<PushButton>(Names::DELETE_TRANSLATION);
+    bind.onActivate(*m_deleteTranslation, &TranslationsPage::onDeleteTranslationActivated,
+                    OpensDialog::No);
+    bind.update(*m_deleteTranslation, &TranslationsPage::updateDeleteTranslationSensitivity);
+}
+
+void TranslationsPage::reload() {
+    m_translations.clear();
+    if (const auto& document = m_host.activeDocument()) {
+        document->fieldTranslations(m_translations);
+    }
+    refreshList();
 }
 
 void TranslationsPage::refreshList() {
     m_list->ClearList();
     std::vector<std::string> keys;
-    for (const auto& entry : m_main.m_translations) {
+    for (const auto& entry : m_translations) {
         keys.push_back(entry.first);
     }
     if (!keys.empty()) {
@@ -41,27 +44,32 @@ void TranslationsPage::refreshList() {
     }
 }
 
+void TranslationsPage::eraseTranslation(const std::string& key) {
+    m_translations.erase(key);
+    refreshList();
+    if (const auto& document = m_host.activeDocument()) {
+        document->setFieldTranslations(m_translations);
+    }
+}
+
 DialogState TranslationsPage::onTranslationListActivated(StylerEvent* /*event*/) {
-    m_main.deselectListsOtherThan(m_list.get());
+    m_host.deselectListsOtherThan(m_list.get());
     return DialogStateContinueDialog;
 }
 
 DialogState TranslationsPage::onDeleteTranslationActivated(StylerEvent* /*event*/) {
-    if (!m_main.m_activeDocument || !m_list->HasSelection()) {
-        return DialogStateContinueDialog;
+    if (m_host.activeDocument() && m_list->HasSelection()) {
+        eraseTranslation(m_list->SelectedString());
     }
-    m_main.m_translations.erase(m_list->SelectedString());
-    refreshList();
-    m_main.m_activeDocument->setFieldTranslations(m_main.m_translations);
     return DialogStateContinueDialog;
 }
 
 void TranslationsPage::updateListSensitivity(StylerItem* item) {
-    KivNX::UI::setSensitivity(item, m_main.m_activeDocument != nullptr);
+    KivNX::UI::setSensitivity(item, m_host.activeDocument() != nullptr);
 }
 
 void TranslationsPage::updateDeleteTranslationSensitivity(StylerItem* item) {
-    KivNX::UI::setSensitivity(item, m_main.m_activeDocument && m_list->HasSelection());
+    KivNX::UI::setSensitivity(item, m_host.activeDocument() && m_list->HasSelection());
 }
 
 } // namespace QorBorderConf

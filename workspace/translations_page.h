@@ -1,31 +1,43 @@
 #pragma once
 
+#include "workspace/page_host.h"
+
 #include <NXOpen/UIStyler_PushButton.hxx>
 #include <NXOpen/UIStyler_StylerEvent.hxx>
 
 #include <boost/shared_ptr.hpp>
 
+#include <map>
+#include <string>
+
 namespace KivNX {
 namespace UI {
+class NXDialogBase;
 class SingleSelectList;
-}
+} // namespace UI
 } // namespace KivNX
 
 namespace QorBorderConf {
 
-class MainDialog;
-
-/// The main dialog's page of field translations, kept in the main dialog's working map. New and
-/// edit need the translation dialog, which this program does not have yet: those buttons stay
-/// insensitive until it does.
+/// The main dialog's page of field translations. It keeps the working copy of the active
+/// document's translations and writes it to the document after every change. New and edit need
+/// the translation dialog, which this program does not have yet: those buttons stay insensitive
+/// until it does.
 class TranslationsPage {
 public:
-    explicit TranslationsPage(MainDialog& mainDialog) : m_main(mainDialog) {}
+    explicit TranslationsPage(PageHost& host) : m_host(host) {}
 
-    void bindControls();
-    /// Lists the working map's keys in the map's order; nothing is selected afterwards.
+    void bindControls(KivNX::UI::NXDialogBase& dialog);
+    /// Reads the active document's translations into the working copy (empty without one) and
+    /// lists them.
+    void reload();
+    /// Lists the working copy's keys in the map's order; nothing is selected afterwards.
     void refreshList();
+    /// Erases `key` from the working copy, writes the copy to the active document and lists it.
+    void eraseTranslation(const std::string& key);
 
+    /// The working copy: key to translated text.
+    const std::map<std::string, std::string>& translations() const { return m_translations; }
     const boost::shared_ptr<KivNX::UI::SingleSelectList>& list() const { return m_list; }
 
 private:
@@ -38,7 +50,8 @@ private:
     void updateListSensitivity(StylerItem* item);
     void updateDeleteTranslationSensitivity(StylerItem* item);
 
-    MainDialog& m_main;
+    PageHost& m_host;
+    std::map<std::string, std::string> m_translations;
     boost::shared_ptr<KivNX::UI::SingleSelectList> m_list;
     boost::shared_ptr<NXOpen::UIStyler::PushButton> m_newTranslation;
     boost::shared_ptr<NXOpen::UIStyler::PushButton> m_editTranslation;
