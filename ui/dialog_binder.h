@@ -40,7 +40,9 @@ public:
         m_dialog.dialogItem()->AddConstructHandler(callback(handler), false);
     }
     /// The dialog's OK handler: validate in the fixed order, then write, then end.
-    void onOkay(Handler handler) { m_dialog.dialogItem()->AddOkayHandler(callback(handler), false); }
+    void onOkay(Handler handler) {
+        m_dialog.dialogItem()->AddOkayHandler(callback(handler), false);
+    }
 
     template <class Item>
     void onActivate(Item& item, Handler handler, OpensDialog opens) {

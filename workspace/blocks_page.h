@@ -10,9 +10,8 @@ namespace QorBorderConf {
 struct BlockPageTraits {
     using Layout = QorBorder::BlockLayout;
     static constexpr LayoutPageNames kNames = {
-        MainDialogNames::BLOCKLIST,     MainDialogNames::NEWBLOCK,
-        MainDialogNames::EDITBLOCK,     MainDialogNames::COPYBLOCK,
-        MainDialogNames::COPYBLOCKFROM, MainDialogNames::DELETEBLOCK};
+        MainDialogNames::BLOCKLIST, MainDialogNames::NEWBLOCK,      MainDialogNames::EDITBLOCK,
+        MainDialogNames::COPYBLOCK, MainDialogNames::COPYBLOCKFROM, MainDialogNames::DELETEBLOCK};
     static constexpr auto documentRows = &QorBorder::DefinitionDocument::blockLayouts;
     static constexpr auto deleteLayout = &QorBorder::DefinitionDocument::deleteBlockLayout;
     static void layoutsChanged(PageHost& host) { host.blockLayoutsChanged(); }

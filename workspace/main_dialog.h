@@ -9,7 +9,6 @@
 
 #include <boost/shared_ptr.hpp>
 
-
 namespace QorBorderConf {
 
 /// The configurator's top dialog: the one active document, the file operations, the summary and
