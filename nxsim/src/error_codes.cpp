@@ -33,6 +33,7 @@ const Entry kMessages[] = {
     {ErrorCode::PartClosed, "The part has been closed"},
     {ErrorCode::NoPresenter, "No user interface is available"},
     {ErrorCode::ListingWindowClosed, "The listing window is not open"},
+    {ErrorCode::Unanswered, "The user interface has no answer for this request"},
 };
 
 } // namespace

@@ -5,6 +5,7 @@
 
 #include <nxsim/error_codes.h>
 #include <nxsim/presenter.h>
+#include <nxsim/runtime.h>
 
 #include <algorithm>
 
@@ -102,6 +103,30 @@ const char* messageKindWord(MessageKind kind) {
         return "question";
     }
     return "?";
+}
+
+void Presenter::runDialog(RuntimeDialog& dialog) {
+    detail::raise(ErrorCode::Unanswered, "no answer for the dialog " + dialog.journalName());
+}
+
+void Presenter::showMessage(MessageKind kind, const std::string& title, const std::string& text) {
+    detail::raise(ErrorCode::Unanswered, std::string("no answer for the ") + messageKindWord(kind) +
+                                             " message \"" + title + "\": " + text);
+}
+
+int Presenter::pickFromList(const std::string& title, const std::string& /*prompt*/,
+                            const std::vector<std::string>& /*items*/, int /*initialSelection*/) {
+    detail::raise(ErrorCode::Unanswered, "no answer for the list picker \"" + title + "\"");
+}
+
+PointAnswer Presenter::indicatePoint(const std::string& cue) {
+    detail::raise(ErrorCode::Unanswered, "no answer for the screen position \"" + cue + "\"");
+}
+
+ObjectAnswer Presenter::selectObject(const std::string& message, const std::string& title,
+                                     int /*scope*/) {
+    detail::raise(ErrorCode::Unanswered,
+                  "no answer for the object selection \"" + title + "\": " + message);
 }
 
 void setPresenter(Presenter* p) {

@@ -1,4 +1,5 @@
 #include "nxsim_test_support.h"
+#include "testutil/test_presenter.h"
 
 #include <nxsim/error_codes.h>
 #include <nxsim/runtime.h>
@@ -17,33 +18,14 @@ using namespace NXOpen;
 using namespace NXOpen::UIStyler;
 using NxsimTest::handler;
 
-/// A presenter that runs a function on the shown dialog.
-class FunctionPresenter : public nxsim::Presenter {
-public:
-    explicit FunctionPresenter(std::function<void(nxsim::RuntimeDialog&)> fn)
-        : m_fn(std::move(fn)) {}
-    void runDialog(nxsim::RuntimeDialog& dialog) override { m_fn(dialog); }
-    void showMessage(nxsim::MessageKind, const std::string&, const std::string&) override {}
-    int pickFromList(const std::string&, const std::string&, const std::vector<std::string>&,
-                     int) override {
-        return -1;
-    }
-    nxsim::PointAnswer indicatePoint(const std::string&) override { return {}; }
-    nxsim::ObjectAnswer selectObject(const std::string&, const std::string&, int) override {
-        return {};
-    }
-
-private:
-    std::function<void(nxsim::RuntimeDialog&)> m_fn;
-};
-
 class DialogShow : public NxsimTest::Fixture {
 protected:
     std::unique_ptr<Dialog> create(const char* file = "nxsim_test_all.dlg") {
         return std::unique_ptr<Dialog>(UI::GetUI()->Styler()->CreateStylerDialog(file));
     }
     DialogResponse showWith(Dialog& dialog, std::function<void(nxsim::RuntimeDialog&)> fn) {
-        FunctionPresenter presenter(std::move(fn));
+        TestUtil::TestPresenter presenter;
+        presenter.dialog = std::move(fn);
         nxsim::ScopedPresenter scoped(&presenter);
         return dialog.Show();
     }

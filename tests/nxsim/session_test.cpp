@@ -7,6 +7,7 @@
 #include <NXOpen/UI.hxx>
 
 #include "testutil/temp_dir.h"
+#include "testutil/test_presenter.h"
 
 #include <gtest/gtest.h>
 
@@ -122,6 +123,36 @@ TEST_F(SessionTest, MessageBoxesAreRecordedAndNeedAPresenter) {
     EXPECT_EQ(nxsim::shownMessages()[0].kind, nxsim::MessageKind::Error);
     EXPECT_EQ(nxsim::shownMessages()[0].title, "Error");
     EXPECT_EQ(nxsim::shownMessages()[0].text, "x");
+}
+
+// A test double answers only what its test scripts; anything else is refused aloud, naming the
+// request, instead of being answered with some default the test never chose.
+TEST_F(SessionTest, RequestsAPresenterDoesNotAnswerAreRefusedNamingTheRequest) {
+    TestUtil::TestPresenter presenter;
+    nxsim::ScopedPresenter scoped(&presenter);
+    const auto refusal = [](const std::function<void()>& request) -> std::string {
+        try {
+            request();
+        } catch (const NXException& e) {
+            EXPECT_EQ(e.ErrorCode(), nxsim::ErrorCode::Unanswered);
+            return e.what();
+        }
+        ADD_FAILURE() << "the request was answered";
+        return {};
+    };
+    EXPECT_NE(refusal([] {
+                  UI::GetUI()->NXMessageBox()->Show("Duplicate Error",
+                                                    NXMessageBox::DialogTypeError, "x");
+              }).find("error message \"Duplicate Error\": x"),
+              std::string::npos);
+    EXPECT_NE(refusal([] {
+                  nxsim::pickFromList("Frame Templates", "Pick", {"a"}, -1);
+              }).find("list picker \"Frame Templates\""),
+              std::string::npos);
+
+    presenter.message = [](nxsim::MessageKind, const std::string&, const std::string&) {};
+    EXPECT_NO_THROW(
+        UI::GetUI()->NXMessageBox()->Show("Error", NXMessageBox::DialogTypeError, "answered"));
 }
 
 TEST_F(SessionTest, ResetForgetsEverything) {

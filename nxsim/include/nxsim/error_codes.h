@@ -24,6 +24,7 @@ constexpr int DialogDeleted = 3520014;
 constexpr int PartClosed = 3520015;
 constexpr int NoPresenter = 3520016;
 constexpr int ListingWindowClosed = 3520017;
+constexpr int Unanswered = 3520018;
 } // namespace ErrorCode
 
 /// The table's text for `code`; "NX error code N" for a code not in the table.

@@ -26,7 +26,10 @@ struct ObjectAnswer {
 };
 
 /// Puts the platform's modal requests in front of a user: a script (journals, tests) or windows.
-/// The platform records what was asked (see platform.h) before it calls the presenter.
+/// The platform records what was asked (see platform.h) before it calls the presenter. Each
+/// request the presenter does not answer itself is refused by the base with an NXException
+/// (nxsim::ErrorCode::Unanswered) whose text names the request, so that a presenter made for a
+/// test overrides only what the test scripts.
 class Presenter {
 public:
     virtual ~Presenter() = default;
@@ -34,18 +37,17 @@ public:
     /// Runs a dialog modally: shows it, feeds it user actions (RuntimeDialog::press, ok, ...)
     /// and returns once dialog.ended() is true. Exceptions from the dialog's handlers must pass
     /// through unchanged. Called again, nested, when a handler shows another dialog.
-    virtual void runDialog(RuntimeDialog& dialog) = 0;
+    virtual void runDialog(RuntimeDialog& dialog);
     /// Shows a message box and returns when it is closed.
-    virtual void showMessage(MessageKind kind, const std::string& title,
-                             const std::string& text) = 0;
+    virtual void showMessage(MessageKind kind, const std::string& title, const std::string& text);
     /// The list picker: the chosen row, or a negative value for cancel.
     virtual int pickFromList(const std::string& title, const std::string& prompt,
-                             const std::vector<std::string>& items, int initialSelection) = 0;
+                             const std::vector<std::string>& items, int initialSelection);
     /// A screen position, in absolute coordinates of the display part.
-    virtual PointAnswer indicatePoint(const std::string& cue) = 0;
+    virtual PointAnswer indicatePoint(const std::string& cue);
     /// One object of the display part, by its tag.
     virtual ObjectAnswer selectObject(const std::string& message, const std::string& title,
-                                      int scope) = 0;
+                                      int scope);
 };
 
 /// Installs the process-wide presenter (null: none, and every modal request throws
