@@ -304,7 +304,7 @@ TEST_F(DialogWindowTest, AReplayWindowShowsStateButIgnoresInput) {
 
 TEST_F(DialogWindowTest, UserActionsAreRecordedAsJournalLinesTypingAsOneSetLine) {
     TestUtil::TempDir temp;
-    QorfmtHost::SessionRecorder recorder(temp.path() / "session.jnl");
+    QorfmtHost::SessionRecorder recorder(temp.path() / "session.journal");
     window->setRecorder(&recorder, 1);
     auto* name = control<QLineEdit>("NAME");
     name->clear();
@@ -321,12 +321,12 @@ TEST_F(DialogWindowTest, UserActionsAreRecordedAsJournalLinesTypingAsOneSetLine)
                                "  choose UNITS \"Millimetres\"\n"
                                "  toggle ENABLED off\n"
                                "  ok\n");
-    EXPECT_EQ(TestUtil::readFile(temp.path() / "session.jnl"), recorder.text());
+    EXPECT_EQ(TestUtil::readFile(temp.path() / "session.journal"), recorder.text());
 }
 
 TEST_F(DialogWindowTest, AChoiceIsRecordedByItsTextUnlessAnotherEntryHasTheSameText) {
     TestUtil::TempDir temp;
-    QorfmtHost::SessionRecorder recorder(temp.path() / "session.jnl");
+    QorfmtHost::SessionRecorder recorder(temp.path() / "session.journal");
     window->setRecorder(&recorder, 1);
     item("UNITS").setEntries({"mm", "mm", "in"});
     emit control<QComboBox>("UNITS")->activated(1);

@@ -10,18 +10,18 @@ using QorfmtHost::UsageError;
 
 TEST(HostOptionsTest, EveryOptionIsRead) {
     HostOptions o = parseHostOptions({"--site", "s", "--configuration", "c", "--search-path", "a:b",
-                                      "--library", "l.so", "--replay", "j.jnl", "--offscreen",
+                                      "--library", "l.so", "--replay", "j.journal", "--offscreen",
                                       "--screenshots", "shots", "--no-run", "--pause", "750"});
     EXPECT_EQ(o.site.string(), "s");
     EXPECT_EQ(o.configuration, "c");
     EXPECT_EQ(o.searchPath, "a:b");
     EXPECT_EQ(o.library.string(), "l.so");
-    EXPECT_EQ(o.replay.string(), "j.jnl");
+    EXPECT_EQ(o.replay.string(), "j.journal");
     EXPECT_TRUE(o.offscreen);
     EXPECT_EQ(o.screenshots.string(), "shots");
     EXPECT_FALSE(o.runAtStart);
     EXPECT_EQ(o.pauseMs, 750);
-    EXPECT_TRUE(parseHostOptions({"--record", "out.jnl"}).record == "out.jnl");
+    EXPECT_TRUE(parseHostOptions({"--record", "out.journal"}).record == "out.journal");
 }
 
 TEST(HostOptionsTest, NothingGivenRunsTheLibraryInteractively) {

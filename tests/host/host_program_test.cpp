@@ -58,7 +58,7 @@ protected:
 
 TEST_F(HostProgramTest, OffscreenReplayPassesAndSavesAPictureOfEveryDialogAndBox) {
     const fs::path shots = temp.path() / "shots";
-    ProgramRun run = host("--offscreen --replay '" + (kHostData / "host_session.jnl").string() +
+    ProgramRun run = host("--offscreen --replay '" + (kHostData / "host_session.journal").string() +
                           "' --screenshots '" + shots.string() + "' " + testLibrary());
     EXPECT_EQ(run.exitCode, 0) << run.output;
     EXPECT_EQ(pictures(shots),
@@ -73,10 +73,10 @@ TEST_F(HostProgramTest, OffscreenReplayPassesAndSavesAPictureOfEveryDialogAndBox
 }
 
 TEST_F(HostProgramTest, AFailingJournalExitsOneNamingFileAndLine) {
-    ProgramRun run = host("--offscreen --replay '" + (kHostData / "host_fails.jnl").string() +
+    ProgramRun run = host("--offscreen --replay '" + (kHostData / "host_fails.journal").string() +
                           "' " + testLibrary());
     EXPECT_EQ(run.exitCode, 1);
-    EXPECT_NE(run.output.find("host_fails.jnl:7: "), std::string::npos) << run.output;
+    EXPECT_NE(run.output.find("host_fails.journal:7: "), std::string::npos) << run.output;
 }
 
 TEST_F(HostProgramTest, WithoutADisplayItExitsTwoAndSaysHowToRunOffscreen) {
@@ -94,7 +94,7 @@ TEST_F(HostProgramTest, OffscreenWithoutAJournalShowsTheDialogClosesItAndQuits) 
 }
 
 TEST_F(HostProgramTest, RecordingOffscreenWritesAJournalThatReplays) {
-    const fs::path journal = temp.path() / "auto.jnl";
+    const fs::path journal = temp.path() / "auto.journal";
     ProgramRun run = host("--offscreen --record '" + journal.string() + "' " + testLibrary());
     ASSERT_EQ(run.exitCode, 0) << run.output;
     EXPECT_EQ(
@@ -106,7 +106,7 @@ TEST_F(HostProgramTest, RecordingOffscreenWritesAJournalThatReplays) {
 
 TEST_F(HostProgramTest, UsageErrorsAndAMissingLibraryExitTwo) {
     EXPECT_EQ(host("--offscreen --no-such-option").exitCode, 2);
-    EXPECT_EQ(host("--offscreen --replay a.jnl --record b.jnl").exitCode, 2);
+    EXPECT_EQ(host("--offscreen --replay a.journal --record b.journal").exitCode, 2);
     ProgramRun missing = host("--offscreen --library '" + (temp.path() / "libnone.so").string() +
                               "' --site '" + kHostData.string() + "'");
     EXPECT_EQ(missing.exitCode, 2);
@@ -161,8 +161,8 @@ TEST_F(HostProgramTest, TheConfiguratorCreatesSavesAndReopensADocument) {
 }
 
 TEST_F(HostProgramTest, AConfiguratorJournalReplaysInTheHostWindows) {
-    ProgramRun run =
-        product("--offscreen --replay '" + (kHostData / "configurator_main.jnl").string() + "'");
+    ProgramRun run = product("--offscreen --replay '" +
+                             (kHostData / "configurator_main.journal").string() + "'");
     EXPECT_EQ(run.exitCode, 0) << run.output;
 }
 #endif

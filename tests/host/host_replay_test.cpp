@@ -73,7 +73,7 @@ TEST_F(HostReplayTest, AJournalReplaysInTheHostWindowsWhichFollowEveryStep) {
         }
     };
 
-    nxsim::ReplayOutcome outcome = replay(kHostData / "host_session.jnl", window);
+    nxsim::ReplayOutcome outcome = replay(kHostData / "host_session.journal", window);
     ASSERT_EQ(outcome.exitCode, 0) << outcome.message;
 
     ASSERT_EQ(shown.size(), 2u);
@@ -112,9 +112,9 @@ TEST_F(HostReplayTest, AJournalReplaysInTheHostWindowsWhichFollowEveryStep) {
 
 TEST_F(HostReplayTest, AFailedExpectationEndsTheReplayWithFileLineAndReason) {
     QorfmtHost::MainWindow window(options, libraries, nullptr, nullptr);
-    nxsim::ReplayOutcome outcome = replay(kHostData / "host_fails.jnl", window);
+    nxsim::ReplayOutcome outcome = replay(kHostData / "host_fails.journal", window);
     EXPECT_EQ(outcome.exitCode, 1);
-    EXPECT_NE(outcome.message.find("host_fails.jnl:7:"), std::string::npos) << outcome.message;
+    EXPECT_NE(outcome.message.find("host_fails.journal:7:"), std::string::npos) << outcome.message;
     EXPECT_TRUE(nxsim::shownDialogs().empty());
     EXPECT_TRUE(window.presenter().windows().empty());
 }
@@ -122,15 +122,15 @@ TEST_F(HostReplayTest, AFailedExpectationEndsTheReplayWithFileLineAndReason) {
 TEST_F(HostReplayTest, AMissingLibraryOrJournalIsASetupError) {
     QorfmtHost::MainWindow window(options, libraries, nullptr, nullptr);
     options.library = temp.path() / "libmissing.so";
-    EXPECT_EQ(replay(kHostData / "host_session.jnl", window).exitCode, 2);
+    EXPECT_EQ(replay(kHostData / "host_session.journal", window).exitCode, 2);
     options.library = NXSIM_TEST_UFUNC;
-    nxsim::ReplayOutcome outcome = replay(temp.path() / "missing.jnl", window);
+    nxsim::ReplayOutcome outcome = replay(temp.path() / "missing.journal", window);
     EXPECT_EQ(outcome.exitCode, 2);
-    EXPECT_NE(outcome.message.find("missing.jnl"), std::string::npos);
+    EXPECT_NE(outcome.message.find("missing.journal"), std::string::npos);
 }
 
 TEST_F(HostReplayTest, ThePresenterReturnsToItsModeAfterAReplay) {
     QorfmtHost::MainWindow window(options, libraries, nullptr, nullptr);
-    replay(kHostData / "host_fails.jnl", window);
+    replay(kHostData / "host_fails.journal", window);
     EXPECT_EQ(window.presenter().mode(), QorfmtHost::QtPresenter::Mode::Interactive);
 }

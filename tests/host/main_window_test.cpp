@@ -71,7 +71,7 @@ protected:
 } // namespace
 
 TEST_F(MainWindowTest, ARecordedSessionReplaysWithQorfmtReplayToTheSameEndState) {
-    const fs::path journal = temp.path() / "session.jnl";
+    const fs::path journal = temp.path() / "session.journal";
     {
         QorfmtHost::SessionRecorder recorder(journal);
         QorfmtHost::MainWindow window(options, libraries, &recorder, nullptr);
@@ -156,7 +156,7 @@ TEST_F(MainWindowTest, ALibraryThatCannotBeLoadedIsReportedAndNotRun) {
 }
 
 TEST_F(MainWindowTest, APointPickAndObjectSelectionsAreAnsweredByClicksInTheGraphicsWindow) {
-    const fs::path journal = temp.path() / "picks.jnl";
+    const fs::path journal = temp.path() / "picks.journal";
     QorfmtHost::SessionRecorder recorder(journal);
     QorfmtHost::MainWindow window(options, libraries, &recorder, nullptr);
     window.resize(900, 700);
@@ -244,7 +244,7 @@ TEST_F(MainWindowTest, AReplayCountsAsARunAndAsksNothingWhenConfirmationIsOff) {
     window.setConfirmQuit(false);
     window.show();
     ScopedCurrentPath parts(kNxsimData / "parts");
-    nxsim::ReplayOutcome outcome = window.replayJournal(kHostData / "host_session.jnl");
+    nxsim::ReplayOutcome outcome = window.replayJournal(kHostData / "host_session.journal");
     EXPECT_EQ(outcome.exitCode, 0) << outcome.message;
     EXPECT_TRUE(window.ranUserFunction());
     EXPECT_FALSE(window.running());

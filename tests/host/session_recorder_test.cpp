@@ -19,21 +19,21 @@ nxsim::JournalStep step(nxsim::StepKind kind, const std::string& item = {}) {
 
 TEST(SessionRecorderTest, StepsAreIndentedByDepthAndTheFileIsCompleteAfterEachLine) {
     TestUtil::TempDir temp;
-    SessionRecorder recorder(temp.path() / "s.jnl");
+    SessionRecorder recorder(temp.path() / "s.journal");
     recorder.step(step(nxsim::StepKind::Run), 0);
     recorder.step(step(nxsim::StepKind::Dialog, "qorborder_config_main"), 0);
-    EXPECT_EQ(TestUtil::readFile(temp.path() / "s.jnl"),
+    EXPECT_EQ(TestUtil::readFile(temp.path() / "s.journal"),
               "# recorded by qorfmt-host\nrun\ndialog qorborder_config_main\n");
     recorder.step(step(nxsim::StepKind::Press, "OPEN_FILE"), 1);
     recorder.step(step(nxsim::StepKind::Close), 2);
-    EXPECT_EQ(TestUtil::readFile(temp.path() / "s.jnl"),
+    EXPECT_EQ(TestUtil::readFile(temp.path() / "s.journal"),
               "# recorded by qorfmt-host\nrun\ndialog qorborder_config_main\n  press OPEN_FILE\n"
               "    close\n");
 }
 
 TEST(SessionRecorderTest, TypedValuesBecomeOneSetLineBeforeTheNextStep) {
     TestUtil::TempDir temp;
-    SessionRecorder recorder(temp.path() / "s.jnl");
+    SessionRecorder recorder(temp.path() / "s.journal");
     int owner = 0;
     recorder.pendingSet(&owner, "NAME", "A", 1);
     recorder.pendingSet(&owner, "NAME", "An", 1);
@@ -47,20 +47,20 @@ TEST(SessionRecorderTest, TypedValuesBecomeOneSetLineBeforeTheNextStep) {
 
 TEST(SessionRecorderTest, RetractRemovesARefusedActionFromTheFile) {
     TestUtil::TempDir temp;
-    SessionRecorder recorder(temp.path() / "s.jnl");
+    SessionRecorder recorder(temp.path() / "s.journal");
     const std::size_t mark = recorder.lineCount();
     recorder.step(step(nxsim::StepKind::Press, "SAVE_FILE"), 1);
     recorder.retract(mark);
-    EXPECT_EQ(TestUtil::readFile(temp.path() / "s.jnl"), "# recorded by qorfmt-host\n");
+    EXPECT_EQ(TestUtil::readFile(temp.path() / "s.journal"), "# recorded by qorfmt-host\n");
 }
 
 TEST(SessionRecorderTest, AJournalThatCannotBeWrittenIsReportedWithItsName) {
     TestUtil::TempDir temp;
-    const auto missing = temp.path() / "no" / "such" / "dir" / "s.jnl";
+    const auto missing = temp.path() / "no" / "such" / "dir" / "s.journal";
     try {
         SessionRecorder recorder(missing);
         FAIL();
     } catch (const std::runtime_error& e) {
-        EXPECT_NE(std::string(e.what()).find("s.jnl"), std::string::npos);
+        EXPECT_NE(std::string(e.what()).find("s.journal"), std::string::npos);
     }
 }

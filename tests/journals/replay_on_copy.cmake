@@ -1,5 +1,6 @@
 # Replays JOURNAL with qorfmt-replay on a fresh copy of the example site, never on the site
-# itself. EXPECT_EXIT (default 0) is the exit code the replay must end with.
+# itself. EXPECT_EXIT (default 0) is the exit code the replay must end with; EXPECT_OUTPUT, when
+# not empty, a text its output must contain.
 if(NOT DEFINED EXPECT_EXIT)
     set(EXPECT_EXIT 0)
 endif()
@@ -13,4 +14,10 @@ execute_process(
 message("${output}")
 if(NOT exit_code EQUAL EXPECT_EXIT)
     message(FATAL_ERROR "qorfmt-replay ${JOURNAL} ended with ${exit_code}, not ${EXPECT_EXIT}")
+endif()
+if(NOT "${EXPECT_OUTPUT}" STREQUAL "")
+    string(FIND "${output}" "${EXPECT_OUTPUT}" found)
+    if(found EQUAL -1)
+        message(FATAL_ERROR "qorfmt-replay ${JOURNAL} did not report: ${EXPECT_OUTPUT}")
+    endif()
 endif()

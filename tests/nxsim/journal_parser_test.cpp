@@ -53,9 +53,9 @@ dialog qorborder_config_main
 )";
 
 TEST(JournalParser, ReadsEveryLineKindOfVersion1) {
-    Journal j = nxsim::parseJournal(kEveryLine, "all.jnl");
+    Journal j = nxsim::parseJournal(kEveryLine, "all.journal");
     ASSERT_EQ(j.steps.size(), 38u);
-    EXPECT_EQ(j.file, "all.jnl");
+    EXPECT_EQ(j.file, "all.journal");
     const JournalStep& dialog = j.steps[1];
     EXPECT_EQ(dialog.kind, StepKind::Dialog);
     EXPECT_EQ(dialog.item, "qorborder_config_main");
@@ -95,13 +95,13 @@ TEST(JournalParser, ReadsEveryLineKindOfVersion1) {
 }
 
 TEST(JournalParser, FormattingAndParsingAgainGivesTheSameSteps) {
-    Journal j = nxsim::parseJournal(kEveryLine, "all.jnl");
+    Journal j = nxsim::parseJournal(kEveryLine, "all.journal");
     std::ostringstream text;
     nxsim::JournalWriter writer(text);
     for (const JournalStep& s : j.steps) {
         writer.write(s, s.kind == StepKind::Run ? 0 : 1);
     }
-    Journal again = nxsim::parseJournal(text.str(), "again.jnl");
+    Journal again = nxsim::parseJournal(text.str(), "again.journal");
     ASSERT_EQ(again.steps.size(), j.steps.size());
     for (std::size_t i = 0; i < j.steps.size(); ++i) {
         EXPECT_EQ(nxsim::formatStep(again.steps[i]), nxsim::formatStep(j.steps[i]));
@@ -144,7 +144,7 @@ class JournalParserErrors : public ::testing::TestWithParam<BadLine> {};
 
 TEST_P(JournalParserErrors, ReportFileLineAndReason) {
     try {
-        nxsim::parseJournal(GetParam().text, "bad.jnl");
+        nxsim::parseJournal(GetParam().text, "bad.journal");
         FAIL() << GetParam().text;
     } catch (const nxsim::JournalSyntaxError& e) {
         EXPECT_EQ(std::string(e.what()), GetParam().error);
@@ -154,43 +154,45 @@ TEST_P(JournalParserErrors, ReportFileLineAndReason) {
 INSTANTIATE_TEST_SUITE_P(
     Table, JournalParserErrors,
     ::testing::Values(
-        BadLine{"run\n\njump", "bad.jnl:3: unknown line kind \"jump\" (run, dialog, press, "
+        BadLine{"run\n\njump", "bad.journal:3: unknown line kind \"jump\" (run, dialog, press, "
                                "select, deselect, double-click, choose, set, enter, toggle, ok, "
                                "cancel, close, message, pick, point, object, expect)"},
-        BadLine{"press", "bad.jnl:1: `press` needs an item name"},
-        BadLine{"press A B", "bad.jnl:1: unexpected \"B\" after `press`"},
-        BadLine{"select L x", "bad.jnl:1: `select` needs a row number, found \"x\""},
-        BadLine{"set N \"open", "bad.jnl:1: a quoted text is not closed"},
+        BadLine{"press", "bad.journal:1: `press` needs an item name"},
+        BadLine{"press A B", "bad.journal:1: unexpected \"B\" after `press`"},
+        BadLine{"select L x", "bad.journal:1: `select` needs a row number, found \"x\""},
+        BadLine{"set N \"open", "bad.journal:1: a quoted text is not closed"},
         BadLine{"set N \"a\\qb\"",
-                "bad.jnl:1: unknown escape \\q in a quoted text (\\\" \\\\ \\n \\t)"},
-        BadLine{"toggle T maybe", "bad.jnl:1: `toggle` needs on or off, found \"maybe\""},
+                "bad.journal:1: unknown escape \\q in a quoted text (\\\" \\\\ \\n \\t)"},
+        BadLine{"toggle T maybe", "bad.journal:1: `toggle` needs on or off, found \"maybe\""},
         BadLine{"message warning \"T\" \"X\"",
-                "bad.jnl:1: `message` needs error or information, found \"warning\""},
+                "bad.journal:1: `message` needs error or information, found \"warning\""},
         BadLine{"message error Title \"X\"",
-                "bad.jnl:1: `message` needs a title in double quotes, found the word Title"},
-        BadLine{"pick \"T\" first", "bad.jnl:1: `pick` needs a row number or cancel, found "
+                "bad.journal:1: `message` needs a title in double quotes, found the word Title"},
+        BadLine{"pick \"T\" first", "bad.journal:1: `pick` needs a row number or cancel, found "
                                     "\"first\""},
-        BadLine{"point 1", "bad.jnl:1: `point` needs Y"},
-        BadLine{"object 0", "bad.jnl:1: `object` needs a positive tag, found \"0\""},
+        BadLine{"point 1", "bad.journal:1: `point` needs Y"},
+        BadLine{"object 0", "bad.journal:1: `object` needs a positive tag, found \"0\""},
         BadLine{"expect colour X red",
-                "bad.jnl:1: unknown expectation \"colour\" (value, index, label, items, "
+                "bad.journal:1: unknown expectation \"colour\" (value, index, label, items, "
                 "selected, sensitive, visible, focus, title, cue, listing, file, stoplight)"},
         BadLine{"expect items L [A]",
-                "bad.jnl:1: malformed list: unexpected word \"A\" (quote entries)"},
-        BadLine{"expect items L [\"A\",]", "bad.jnl:1: a list entry is missing before ]"},
-        BadLine{"expect items L [\"A\"", "bad.jnl:1: `expect items` needs the rest of the list "
+                "bad.journal:1: malformed list: unexpected word \"A\" (quote entries)"},
+        BadLine{"expect items L [\"A\",]", "bad.journal:1: a list entry is missing before ]"},
+        BadLine{"expect items L [\"A\"", "bad.journal:1: `expect items` needs the rest of the list "
                                          "and ]"},
-        BadLine{"expect visible U[1] no", "bad.jnl:1: `expect visible` takes no entry index: U[1]"},
+        BadLine{"expect visible U[1] no",
+                "bad.journal:1: `expect visible` takes no entry index: U[1]"},
         BadLine{"expect sensitive U[x] no",
-                "bad.jnl:1: `expect sensitive` needs an index, found \"x\""},
+                "bad.journal:1: `expect sensitive` needs an index, found \"x\""},
         BadLine{"expect stoplight \"1 2\"",
-                "bad.jnl:1: `expect stoplight` takes 1 and 0 only, found \"2\""},
+                "bad.journal:1: `expect stoplight` takes 1 and 0 only, found \"2\""},
         BadLine{"expect file a.fordef here",
-                "bad.jnl:1: `expect file` needs exists or missing, found \"here\""},
-        BadLine{"dialog \"\"", "bad.jnl:1: `dialog` needs a dialog name, found an empty text"}));
+                "bad.journal:1: `expect file` needs exists or missing, found \"here\""},
+        BadLine{"dialog \"\"",
+                "bad.journal:1: `dialog` needs a dialog name, found an empty text"}));
 
 TEST(JournalParser, UnreadableFileIsNamed) {
-    EXPECT_THROW(nxsim::readJournal("/nonexistent/j.jnl"), std::runtime_error);
+    EXPECT_THROW(nxsim::readJournal("/nonexistent/j.journal"), std::runtime_error);
 }
 
 } // namespace

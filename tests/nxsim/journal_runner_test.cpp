@@ -19,7 +19,7 @@ namespace {
 class JournalRunnerTest : public NxsimTest::Fixture {
 protected:
     nxsim::JournalResult play(const std::string& text) {
-        nxsim::JournalRunner runner(nxsim::parseJournal(text, "test.jnl"), m_site.path());
+        nxsim::JournalRunner runner(nxsim::parseJournal(text, "test.journal"), m_site.path());
         return runner.run([this] { m_library.callUfusr(); });
     }
     void passes(const std::string& text) {
@@ -158,7 +158,7 @@ TEST_F(JournalRunnerTest, ExceptionFromAHandlerIsShownByTheUserFunction) {
 TEST_F(JournalRunnerTest, WrongDialogStopsWithFileLineAndBothNames) {
     failsWith("run\n"
               "dialog qorborder_config_main\n",
-              "test.jnl:2: dialog nxsim_test_main is shown, but the journal expects dialog "
+              "test.journal:2: dialog nxsim_test_main is shown, but the journal expects dialog "
               "qorborder_config_main");
 }
 
@@ -167,16 +167,16 @@ TEST_F(JournalRunnerTest, WrongLineKindStops) {
               "dialog nxsim_test_main\n"
               "  press SHOW_INFO\n"
               "  press QUIT\n",
-              "test.jnl:4: a message box is shown (`message information \"Info\" \"Hello \"`), "
+              "test.journal:4: a message box is shown (`message information \"Info\" \"Hello \"`), "
               "but the journal expects `press QUIT`");
     failsWith("run\n"
               "dialog nxsim_test_main\n"
               "  message error \"A\" \"B\"\n",
-              "test.jnl:3: dialog nxsim_test_main expects an action or an expectation, found "
+              "test.journal:3: dialog nxsim_test_main expects an action or an expectation, found "
               "`message error \"A\" \"B\"`: no message box is shown");
-    failsWith("press QUIT\n", "test.jnl:1: `press QUIT` needs a shown dialog, but none is");
+    failsWith("press QUIT\n", "test.journal:1: `press QUIT` needs a shown dialog, but none is");
     failsWith("run\ndialog nxsim_test_main\n  press QUIT\ndialog nxsim_test_main\n",
-              "test.jnl:4: expected `run` or a top-level expectation, found `dialog "
+              "test.journal:4: expected `run` or a top-level expectation, found `dialog "
               "nxsim_test_main`: no dialog is shown");
 }
 
@@ -184,32 +184,33 @@ TEST_F(JournalRunnerTest, FailedExpectationStopsWithExpectedAndFound) {
     failsWith("run\n"
               "dialog nxsim_test_main\n"
               "  expect label RESULT \"other\"\n",
-              "test.jnl:3: expected label \"other\" of RESULT of dialog nxsim_test_main, found "
+              "test.journal:3: expected label \"other\" of RESULT of dialog nxsim_test_main, found "
               "\"constructed\"");
-    failsWith("run\n"
-              "dialog nxsim_test_main\n"
-              "  expect value CODE 1\n",
-              "test.jnl:3: expected value \"1\" of CODE of dialog nxsim_test_main, found \"0\"");
+    failsWith(
+        "run\n"
+        "dialog nxsim_test_main\n"
+        "  expect value CODE 1\n",
+        "test.journal:3: expected value \"1\" of CODE of dialog nxsim_test_main, found \"0\"");
     failsWith("run\n"
               "dialog nxsim_test_main\n"
               "  expect sensitive OK no\n",
-              "test.jnl:3: expected OK of dialog nxsim_test_main to be insensitive, but it is "
+              "test.journal:3: expected OK of dialog nxsim_test_main to be insensitive, but it is "
               "not");
     failsWith("run\n"
               "dialog nxsim_test_main\n"
               "  expect selected RESULT 0\n",
-              "test.jnl:3: `expect selected RESULT 0` needs a list, but RESULT is a label");
+              "test.journal:3: `expect selected RESULT 0` needs a list, but RESULT is a label");
     failsWith("run\n"
               "dialog nxsim_test_main\n"
               "  expect visible NOPE yes\n",
-              "test.jnl:3: dialog nxsim_test_main has no item NOPE");
+              "test.journal:3: dialog nxsim_test_main has no item NOPE");
 }
 
 TEST_F(JournalRunnerTest, RefusedActionStopsTheRun) {
     failsWith("run\n"
               "dialog nxsim_test_main\n"
               "  select NAME 0\n",
-              "test.jnl:3: cannot select a row of NAME of dialog nxsim_test_main: it is a "
+              "test.journal:3: cannot select a row of NAME of dialog nxsim_test_main: it is a "
               "string item, not a single select list");
 }
 
@@ -217,11 +218,11 @@ TEST_F(JournalRunnerTest, EarlyEndStopsWithTheDialogStillShown) {
     failsWith("run\n"
               "dialog nxsim_test_main\n"
               "  press OPEN_CHILD\n",
-              "test.jnl:4: the journal ends, but dialog nxsim_test_child.dlg is shown");
+              "test.journal:4: the journal ends, but dialog nxsim_test_child.dlg is shown");
     failsWith("run\n"
               "dialog nxsim_test_main\n"
               "  set NAME a\n",
-              "test.jnl:4: the journal ends while dialog nxsim_test_main is still shown");
+              "test.journal:4: the journal ends while dialog nxsim_test_main is still shown");
     EXPECT_TRUE(nxsim::shownDialogs().empty()) << "the failed run left no dialog behind";
     EXPECT_EQ(nxsim::initializeDepth(), 0);
 }
@@ -231,14 +232,15 @@ TEST_F(JournalRunnerTest, PickOfARowOutOfRangeIsAFailure) {
               "dialog nxsim_test_main\n"
               "  press PICK\n"
               "  pick \"Frame Templates\" 3\n",
-              "test.jnl:4: cannot pick row 3: the list picker \"Frame Templates\" with 3 rows "
+              "test.journal:4: cannot pick row 3: the list picker \"Frame Templates\" with 3 rows "
               "[\"a3.prt\", \"a4.prt\", \"d.prt\"]");
-    failsWith("run\n"
-              "dialog nxsim_test_main\n"
-              "  press PICK\n"
-              "  pick \"Templates\" 0\n",
-              "test.jnl:4: the list picker \"Frame Templates\" with 3 rows is shown, not the list "
-              "picker \"Templates\"");
+    failsWith(
+        "run\n"
+        "dialog nxsim_test_main\n"
+        "  press PICK\n"
+        "  pick \"Templates\" 0\n",
+        "test.journal:4: the list picker \"Frame Templates\" with 3 rows is shown, not the list "
+        "picker \"Templates\"");
 }
 
 TEST_F(JournalRunnerTest, ObjectNotInTheDisplayPartIsAFailure) {
@@ -250,7 +252,7 @@ TEST_F(JournalRunnerTest, ObjectNotInTheDisplayPartIsAFailure) {
                   "  press OPEN_PART\n"
                   "  press MEASURE\n"
                   "  object 99\n",
-              "test.jnl:6: the display part " + part("a3_metric.prt") +
+              "test.journal:6: the display part " + part("a3_metric.prt") +
                   " has no object with tag 99");
 }
 
@@ -289,7 +291,7 @@ protected:
 };
 
 TEST_F(JournalOnAllItems, ExpectationsReadEveryKindOfItem) {
-    nxsim::JournalBuilder b("all.jnl");
+    nxsim::JournalBuilder b("all.journal");
     b.run()
         .dialog("nxsim_test_all")
         .expectValue("NAME", "start")
@@ -331,25 +333,26 @@ TEST_F(JournalOnAllItems, ExpectationsReadEveryKindOfItem) {
 }
 
 TEST_F(JournalOnAllItems, ChoosingAnInsensitiveEntryFails) {
-    nxsim::JournalBuilder b("all.jnl");
+    nxsim::JournalBuilder b("all.journal");
     b.run().dialog("nxsim_test_all").choose("UNITS", 2);
     nxsim::JournalResult r = play(b);
-    EXPECT_EQ(r.message, "all.jnl:3: cannot choose entry 2 (\"Points\") of UNITS of dialog "
+    EXPECT_EQ(r.message, "all.journal:3: cannot choose entry 2 (\"Points\") of UNITS of dialog "
                          "nxsim_test_all: the entry is insensitive");
 }
 
 TEST_F(JournalOnAllItems, EntryExpectationFailureSaysWhichEntry) {
-    nxsim::JournalBuilder b("all.jnl");
+    nxsim::JournalBuilder b("all.journal");
     b.run().dialog("nxsim_test_all").expectSensitive("UNITS", true, 2);
-    EXPECT_EQ(play(b).message, "all.jnl:3: expected entry 2 of UNITS of dialog nxsim_test_all to "
-                               "be sensitive, but it is insensitive");
+    EXPECT_EQ(play(b).message,
+              "all.journal:3: expected entry 2 of UNITS of dialog nxsim_test_all to "
+              "be sensitive, but it is insensitive");
 }
 
 TEST_F(JournalOnAllItems, GroupInsensitivityIsNamedAsTheReason) {
-    nxsim::JournalBuilder b("all.jnl");
+    nxsim::JournalBuilder b("all.journal");
     b.run().dialog("nxsim_test_all").expectSensitive("INNER_BUTTON", true);
     EXPECT_EQ(play(b).message,
-              "all.jnl:3: expected INNER_BUTTON of dialog nxsim_test_all to be sensitive, but "
+              "all.journal:3: expected INNER_BUTTON of dialog nxsim_test_all to be sensitive, but "
               "it is insensitive (an enclosing group is insensitive)");
 }
 
@@ -378,7 +381,7 @@ TEST_F(JournalOnAllItems, AFrontPresenterSeesEveryRequestFirst) {
             return runner->selectObject(m, t, s);
         }
     } front;
-    nxsim::JournalBuilder b("all.jnl");
+    nxsim::JournalBuilder b("all.journal");
     b.run().dialog("nxsim_test_all").cancel();
     nxsim::JournalRunner runner(b.journal());
     front.runner = &runner;

@@ -68,13 +68,13 @@ TEST(MalformedInput, DamagedDialogFilesGiveOneErrorWithFileAndLine) {
 }
 
 TEST(MalformedInput, DamagedJournalsGiveOneErrorWithFileAndLine) {
-    const std::string valid = read("journals/passes.jnl");
+    const std::string valid = read("journals/passes.journal");
     Mutator m(2);
     for (int i = 0; i < 2000; ++i) {
         try {
-            nxsim::parseJournal(m.damage(valid), "j.jnl");
+            nxsim::parseJournal(m.damage(valid), "j.journal");
         } catch (const nxsim::JournalSyntaxError& e) {
-            EXPECT_EQ(std::string(e.what()).rfind("j.jnl:", 0), 0u) << e.what();
+            EXPECT_EQ(std::string(e.what()).rfind("j.journal:", 0), 0u) << e.what();
         }
     }
 }

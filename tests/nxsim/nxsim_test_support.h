@@ -40,7 +40,7 @@ protected:
     /// Replays journal text; `entry` is what `run` calls.
     static nxsim::JournalResult replay(const std::string& text,
                                        const std::function<void()>& entry) {
-        nxsim::JournalRunner runner(nxsim::parseJournal(text, "test.jnl"));
+        nxsim::JournalRunner runner(nxsim::parseJournal(text, "test.journal"));
         return runner.run(entry);
     }
 

@@ -37,17 +37,17 @@ std::string library() {
 
 TEST(Replay, JournalThatRunsToItsEndExitsWith0) {
     TestUtil::TempDir site;
-    ReplayRun r =
-        replay("'" + kJournals + "passes.jnl' --site '" + site.path().string() + "'" + library());
+    ReplayRun r = replay("'" + kJournals + "passes.journal' --site '" + site.path().string() + "'" +
+                         library());
     EXPECT_EQ(r.exitCode, 0) << r.output;
     EXPECT_EQ(r.output, "");
 }
 
 TEST(Replay, SiteConfigurationAndSearchPathReachTheLibrary) {
     TestUtil::TempDir site;
-    std::string text = TestUtil::readFile(kJournals + "environment.jnl");
+    std::string text = TestUtil::readFile(kJournals + "environment.journal");
     text.replace(text.find("@SITE@"), 6, fs::canonical(site.path()).string());
-    auto journal = site.write("env.jnl", text);
+    auto journal = site.write("env.journal", text);
     ReplayRun r =
         replay("'" + journal.string() + "' --site '" + fs::canonical(site.path()).string() +
                "' --configuration conf1 --search-path /a:/b" + library());
@@ -56,23 +56,23 @@ TEST(Replay, SiteConfigurationAndSearchPathReachTheLibrary) {
 
 TEST(Replay, FirstFailureExitsWith1AndFileLine) {
     TestUtil::TempDir site;
-    ReplayRun r =
-        replay("'" + kJournals + "fails.jnl' --site '" + site.path().string() + "'" + library());
+    ReplayRun r = replay("'" + kJournals + "fails.journal' --site '" + site.path().string() + "'" +
+                         library());
     EXPECT_EQ(r.exitCode, 1);
-    EXPECT_EQ(r.output, kJournals +
-                            "fails.jnl:4: the message box shown is `message information \"Info\" "
-                            "\"Hello \"`, not `message information \"Info\" \"Hello there\"`\n");
+    EXPECT_EQ(r.output,
+              kJournals + "fails.journal:4: the message box shown is `message information \"Info\" "
+                          "\"Hello \"`, not `message information \"Info\" \"Hello there\"`\n");
 }
 
 TEST(Replay, SyntaxErrorExitsWith1AndFileLine) {
-    ReplayRun r = replay("'" + kJournals + "syntax.jnl'" + library());
+    ReplayRun r = replay("'" + kJournals + "syntax.journal'" + library());
     EXPECT_EQ(r.exitCode, 1);
-    EXPECT_EQ(r.output, kJournals + "syntax.jnl:3: `press` needs an item name\n");
+    EXPECT_EQ(r.output, kJournals + "syntax.journal:3: `press` needs an item name\n");
 }
 
 TEST(Replay, MissingLibraryIsASetupErrorNamingIt) {
     ReplayRun r =
-        replay("'" + kJournals + "passes.jnl' --library /nonexistent/libqorfmt_configure.so");
+        replay("'" + kJournals + "passes.journal' --library /nonexistent/libqorfmt_configure.so");
     EXPECT_EQ(r.exitCode, 2);
     EXPECT_EQ(r.output, "qorfmt-replay: /nonexistent/libqorfmt_configure.so: the user-function "
                         "library does not exist (is it built?)\n");
@@ -86,7 +86,7 @@ TEST(Replay, DefaultLibraryIsTheOneBesideTheProgram) {
     fs::permissions(copy, fs::owner_all);
     TestUtil::TempDir out;
     const std::string command = "cd '" + std::string(NXSIM_TEST_DATA) + "/parts' && '" +
-                                copy.string() + "' '" + kJournals + "passes.jnl' > '" +
+                                copy.string() + "' '" + kJournals + "passes.journal' > '" +
                                 (out.path() / "out").string() + "' 2>&1";
     const int status = std::system(command.c_str());
     const std::string output = TestUtil::readFile(out.path() / "out");
@@ -96,17 +96,17 @@ TEST(Replay, DefaultLibraryIsTheOneBesideTheProgram) {
 }
 
 TEST(Replay, LibraryWithoutUfusrIsASetupError) {
-    ReplayRun r = replay("'" + kJournals + "passes.jnl' --library '" + NXSIM_REPLAY + "'");
+    ReplayRun r = replay("'" + kJournals + "passes.journal' --library '" + NXSIM_REPLAY + "'");
     EXPECT_EQ(r.exitCode, 2) << r.output;
 }
 
 TEST(Replay, UsageErrorsExitWith2) {
     EXPECT_EQ(replay("").exitCode, 2);
-    EXPECT_EQ(replay("a.jnl --frobnicate").exitCode, 2);
-    EXPECT_EQ(replay("a.jnl --site").exitCode, 2);
-    ReplayRun missing = replay("/nonexistent/j.jnl" + library());
+    EXPECT_EQ(replay("a.journal --frobnicate").exitCode, 2);
+    EXPECT_EQ(replay("a.journal --site").exitCode, 2);
+    ReplayRun missing = replay("/nonexistent/j.journal" + library());
     EXPECT_EQ(missing.exitCode, 2);
-    EXPECT_EQ(missing.output, "qorfmt-replay: /nonexistent/j.jnl: cannot be read\n");
+    EXPECT_EQ(missing.output, "qorfmt-replay: /nonexistent/j.journal: cannot be read\n");
 }
 
 } // namespace
