@@ -1,5 +1,7 @@
 #pragma once
 
+#include "data/test_dialog_names.h"
+
 #include "ui/multi_text_box.h"
 #include "ui/nx_dialog_base.h"
 #include "ui/option_menu.h"
@@ -15,8 +17,9 @@
 /// test act from inside a handler.
 class FrameworkDialog : public KivNX::UI::NXDialogBase {
 public:
-    explicit FrameworkDialog(const std::string& resourceFile = "qorfmt_test_framework.dlg",
-                             const std::string& dialogName = "qorfmt_test_framework")
+    explicit FrameworkDialog(
+        const std::string& resourceFile = TestDialogNames::Framework::kResourceFile,
+        const std::string& dialogName = TestDialogNames::Framework::kDialogName)
         : NXDialogBase(resourceFile, dialogName) {}
 
     std::vector<std::string> calls;
@@ -40,24 +43,25 @@ private:
     using StylerItem = NXOpen::UIStyler::StylerItem;
 
     void initializeDialog() override {
+        namespace Names = TestDialogNames::Framework;
         calls.push_back("initializeDialog");
         dialogItem()->AddConstructHandler(
             registerStylerCB(Base::makeFunctor(this, &FrameworkDialog::onConstruct)), false);
         dialogItem()->AddOkayHandler(
             registerStylerCB(Base::makeFunctor(this, &FrameworkDialog::onOk)), false);
-        button = getControl<NXOpen::UIStyler::PushButton>("BUTTON");
+        button = getControl<NXOpen::UIStyler::PushButton>(Names::BUTTON);
         button->AddActivateHandler(
             registerStylerCB(Base::makeFunctor(this, &FrameworkDialog::onButtonActivated)), false);
-        exitButton = getControl<NXOpen::UIStyler::PushButton>("EXIT_BUTTON");
+        exitButton = getControl<NXOpen::UIStyler::PushButton>(Names::EXIT_BUTTON);
         exitButton->AddActivateHandler(
             registerStylerCB(Base::makeFunctor(this, &FrameworkDialog::onExitActivated)), false);
-        list = getControl<KivNX::UI::SingleSelectList>("LIST");
+        list = getControl<KivNX::UI::SingleSelectList>(Names::LIST);
         list->AddActivateHandler(
             registerStylerCB(Base::makeFunctor(this, &FrameworkDialog::onListActivated)), false);
-        menu = getControl<KivNX::UI::OptionMenu>("MENU");
-        string = getControl<KivNX::UI::StringItem>("STRING");
-        wide = getControl<KivNX::UI::WideString>("WIDE");
-        multi = getControl<KivNX::UI::MultiTextBox>("MULTI");
+        menu = getControl<KivNX::UI::OptionMenu>(Names::MENU);
+        string = getControl<KivNX::UI::StringItem>(Names::STRING);
+        wide = getControl<KivNX::UI::WideString>(Names::WIDE);
+        multi = getControl<KivNX::UI::MultiTextBox>(Names::MULTI);
         addUpdateHandler(button.get(), Base::makeFunctor(this, &FrameworkDialog::updateButton));
         addUpdateHandler(list.get(), Base::makeFunctor(this, &FrameworkDialog::updateList));
     }
