@@ -17,6 +17,10 @@ int UF_UI_set_prompt(char* text);
 int UF_UI_select_with_single_dialog(char* message, char* title, int scope,
                                     UF_UI_sel_init_fn_t init_proc, void* user_data, int* response,
                                     tag_t* object, double cursor[3], tag_t* view);
+/** A menu of `num_items` entries (1 to 14, each up to 37 characters) under `title`, entry
+ *  `default_item` (from 1; 0 for none) preselected, the cue line as its prompt: returns 1 back,
+ *  2 cancel, 5 to 18 for the entry chosen (5 is the first); 0 for a count out of range. */
+int uc1603(const char* title, int default_item, char items[][38], int num_items);
 /** The point dialog: returns 1 back, 2 cancel, 5 with `point` (absolute coordinates), 7 when no
  *  part is active, 8 when not allowed now. */
 int uc1616(char* cue, int mode[2], int display, double point[3]);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <NXOpen/BasePart.hxx>
 #include <NXOpen/NXException.hxx>
 
 #include <memory>
@@ -14,7 +15,19 @@ class RuntimeDialog;
 class RuntimeItem;
 } // namespace nxsim
 
+namespace nxsim {
+/// Reaches the stand-in's part behind an NX part object.
+class PartAccess {
+public:
+    static SimPart& of(const NXOpen::BasePart& part) { return *part.m_part; }
+};
+} // namespace nxsim
+
 namespace nxsim::detail {
+
+inline SimPart& simPart(const NXOpen::BasePart& part) {
+    return PartAccess::of(part);
+}
 
 struct ExceptionFactory {
     static NXOpen::NXException make(int code, const std::string& details);

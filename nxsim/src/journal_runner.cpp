@@ -512,8 +512,8 @@ ObjectAnswer JournalRunner::selectObject(const std::string& message, const std::
     if (!s.display) {
         failAt(step, "cannot select object " + std::to_string(tag) + ": there is no display part");
     }
-    if (!s.display->nxsimPart().object(tag)) {
-        failAt(step, "the display part " + s.display->nxsimPart().file.string() +
+    if (!nxsim::detail::simPart(*s.display).object(tag)) {
+        failAt(step, "the display part " + nxsim::detail::simPart(*s.display).file.string() +
                          " has no object with tag " + std::to_string(tag));
     }
     answer.status = ObjectAnswer::Selected;

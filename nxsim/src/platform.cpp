@@ -220,11 +220,11 @@ bool highlighted(unsigned int tag) {
 }
 
 std::string displayPartFile() {
-    return state().display ? state().display->nxsimPart().file.string() : std::string();
+    return state().display ? nxsim::detail::simPart(*state().display).file.string() : std::string();
 }
 
 std::string workPartFile() {
-    return state().work ? state().work->nxsimPart().file.string() : std::string();
+    return state().work ? nxsim::detail::simPart(*state().work).file.string() : std::string();
 }
 
 std::vector<std::string> loadedPartFiles() {

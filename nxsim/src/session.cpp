@@ -8,6 +8,7 @@
 #include <boost/filesystem/operations.hpp>
 
 #include <algorithm>
+#include <cstdlib>
 
 namespace fs = boost::filesystem;
 
@@ -66,10 +67,10 @@ void BasePart::Close(CloseWholeTree, CloseModified, PartCloseResponses*) {
     auto it = std::find_if(s.parts.begin(), s.parts.end(),
                            [this](const auto& p) { return p.sim.get() == m_part; });
     m_part->closed = true;
-    if (s.display && &s.display->nxsimPart() == m_part) {
+    if (s.display && &nxsim::detail::simPart(*s.display) == m_part) {
         s.display = nullptr;
     }
-    if (s.work && &s.work->nxsimPart() == m_part) {
+    if (s.work && &nxsim::detail::simPart(*s.work) == m_part) {
         s.work = nullptr;
     }
     for (const auto& object : m_part->objects) {
@@ -91,8 +92,9 @@ Part::Part(nxsim::SimPart* part)
 Part::~Part() = default;
 
 Drawings::DrawingSheetCollection* Part::DrawingSheets() {
-    if (nxsimPart().closed) {
-        nxsim::detail::raise(nxsim::ErrorCode::PartClosed, nxsimPart().file.string());
+    if (nxsim::detail::simPart(*this).closed) {
+        nxsim::detail::raise(nxsim::ErrorCode::PartClosed,
+                             nxsim::detail::simPart(*this).file.string());
     }
     return m_sheets.get();
 }
@@ -153,8 +155,9 @@ PartCollection::SdpsStatus PartCollection::SetDisplay(BasePart* part, bool maint
     if (!part) {
         nxsim::detail::raise(nxsim::ErrorCode::InvalidArgument, "SetDisplay without a part");
     }
-    if (part->nxsimPart().closed) {
-        nxsim::detail::raise(nxsim::ErrorCode::PartClosed, part->nxsimPart().file.string());
+    if (nxsim::detail::simPart(*part).closed) {
+        nxsim::detail::raise(nxsim::ErrorCode::PartClosed,
+                             nxsim::detail::simPart(*part).file.string());
     }
     auto* asPart = dynamic_cast<Part*>(part);
     s.display = asPart;
@@ -202,5 +205,29 @@ double DrawingSheet::Height() {
 }
 
 } // namespace Drawings
+
+LoadOptions* PartCollection::LoadOptions() {
+    nxsim::detail::enterMethod("PartCollection::LoadOptions");
+    static NXOpen::LoadOptions options;
+    return &options;
+}
+
+void LoadOptions::GetSearchDirectories(std::vector<NXString>& searchDirectories,
+                                       std::vector<bool>& searchSubDirs) {
+    nxsim::detail::enterMethod("LoadOptions::GetSearchDirectories");
+    searchDirectories.clear();
+    searchSubDirs.clear();
+    const char* path = std::getenv("QORFMT_SEARCH_PATH");
+    const std::string text = path ? path : "";
+    std::string::size_type start = 0;
+    while (start < text.size()) {
+        const auto colon = std::min(text.find(':', start), text.size());
+        if (colon > start) {
+            searchDirectories.emplace_back(text.substr(start, colon - start));
+            searchSubDirs.push_back(false);
+        }
+        start = colon + 1;
+    }
+}
 
 } // namespace NXOpen

@@ -13,6 +13,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
+#include <cstring>
 
 using nxsim::detail::state;
 namespace ErrorCode = nxsim::ErrorCode;
@@ -162,7 +163,7 @@ int UF_UI_select_with_single_dialog(char* message, char* title, int scope,
     case nxsim::ObjectAnswer::Selected:
         break;
     }
-    const nxsim::SimObject* selected = state().display->nxsimPart().object(answer.tag);
+    const nxsim::SimObject* selected = nxsim::detail::simPart(*state().display).object(answer.tag);
     if (!selected) {
         return ErrorCode::InvalidTag;
     }
@@ -173,6 +174,24 @@ int UF_UI_select_with_single_dialog(char* message, char* title, int scope,
     }
     state().highlights.insert(selected->tag);
     return 0;
+}
+
+int uc1603(const char* title, int default_item, char items[][38], int num_items) {
+    if (int code = enter("uc1603")) {
+        return code;
+    }
+    if (!title || !items || num_items < 1 || num_items > 14) {
+        return 0;
+    }
+    if (!nxsim::presenter()) {
+        return ErrorCode::NoPresenter;
+    }
+    std::vector<std::string> entries;
+    for (int i = 0; i < num_items; ++i) {
+        entries.emplace_back(items[i], ::strnlen(items[i], 37));
+    }
+    const int chosen = nxsim::pickFromList(title, state().cue, entries, default_item - 1);
+    return chosen < 0 ? 2 : 5 + chosen;
 }
 
 int uc1616(char* cue, int mode[2], int display, double point[3]) {
@@ -262,7 +281,7 @@ int UF_DRAW_ask_num_drawings(int* num_drawings) {
     if (!state().work) {
         return ErrorCode::NoWorkPart;
     }
-    *num_drawings = static_cast<int>(state().work->nxsimPart().drawings.size());
+    *num_drawings = static_cast<int>(nxsim::detail::simPart(*state().work).drawings.size());
     return 0;
 }
 
@@ -276,7 +295,7 @@ int UF_DRAW_ask_drawings(int* num_drawings, tag_t** drawings) {
     if (!state().work) {
         return ErrorCode::NoWorkPart;
     }
-    const auto& all = state().work->nxsimPart().drawings;
+    const auto& all = nxsim::detail::simPart(*state().work).drawings;
     *num_drawings = static_cast<int>(all.size());
     *drawings = nullptr;
     if (!all.empty()) {

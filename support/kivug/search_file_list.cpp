@@ -6,7 +6,6 @@
 #include <boost/filesystem/operations.hpp>
 
 #include <algorithm>
-#include <cstdlib>
 #include <set>
 #include <stdexcept>
 
@@ -36,17 +35,14 @@ void addRoot(std::vector<fs::path>& roots, std::set<fs::path>& seen, const fs::p
 } // namespace
 
 std::vector<fs::path> searchRoots() {
+    return searchRoots(nxSearchDirectories());
+}
+
+std::vector<fs::path> searchRoots(const std::vector<fs::path>& searchDirectories) {
     std::vector<fs::path> roots;
     std::set<fs::path> seen;
-
-    if (const char* searchPath = std::getenv("QORFMT_SEARCH_PATH")) {
-        const std::string text = searchPath;
-        std::string::size_type start = 0;
-        while (start <= text.size()) {
-            const auto colon = std::min(text.find(':', start), text.size());
-            addRoot(roots, seen, text.substr(start, colon - start));
-            start = colon + 1;
-        }
+    for (const fs::path& directory : searchDirectories) {
+        addRoot(roots, seen, directory);
     }
 
     const Kiv::SystemInformation system;

@@ -9,11 +9,17 @@
 
 namespace KivUg {
 
-/// The roots searched for files, in order: the directories of the CAD system's search path
-/// (QORFMT_SEARCH_PATH, separated by ':' like PATH), then the installation directory, the common
-/// configuration's directory and the current configuration's directory (each joined with the
-/// configuration sub-directory). Every root is absolute and appears once; empty entries are
-/// dropped. Throws Kiv::ConfigurationError when the site or configuration settings are malformed.
+/// The directories of NX's search path, in NX's order (its load options' search directories).
+std::vector<boost::filesystem::path> nxSearchDirectories();
+
+/// The roots searched for files, in order: `searchDirectories`, then the installation directory,
+/// the common configuration's directory and the current configuration's directory (each joined
+/// with the configuration sub-directory). Every root is absolute and appears once; empty entries
+/// are dropped. Throws Kiv::ConfigurationError when the site or configuration settings are
+/// malformed.
+std::vector<boost::filesystem::path>
+searchRoots(const std::vector<boost::filesystem::path>& searchDirectories);
+/// The roots along NX's search path: searchRoots(nxSearchDirectories()).
 std::vector<boost::filesystem::path> searchRoots();
 
 /// The files below one relative directory (such as "format_defs") of every search root.

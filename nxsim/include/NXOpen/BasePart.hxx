@@ -7,7 +7,8 @@
 
 namespace nxsim {
 class SimPart;
-}
+class PartAccess;
+} // namespace nxsim
 
 namespace NXOpen {
 
@@ -34,12 +35,12 @@ public:
     /// The file the part was opened from.
     NXString FullPath();
 
-    nxsim::SimPart& nxsimPart() const { return *m_part; }
-
 protected:
     explicit BasePart(nxsim::SimPart* part) : m_part(part) {}
 
 private:
+    // The stand-in's own view of the part; nothing outside the stand-in reaches it.
+    friend class nxsim::PartAccess;
     nxsim::SimPart* m_part;
 };
 

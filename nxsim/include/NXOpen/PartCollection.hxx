@@ -2,6 +2,7 @@
 // Stand-in for the NX Open SDK header of the same name; it declares only what the program calls.
 
 #include <NXOpen/BasePart.hxx>
+#include <NXOpen/LoadOptions.hxx>
 #include <NXOpen/NXString.hxx>
 #include <NXOpen/Part.hxx>
 #include <NXOpen/PartLoadStatus.hxx>
@@ -25,6 +26,8 @@ public:
     /// Makes a loaded part the display part (and the work part unless `maintainWorkPart`).
     SdpsStatus SetDisplay(BasePart* part, bool maintainWorkPart, bool setEntirePart,
                           PartLoadStatus** status);
+    /// The session's load options.
+    NXOpen::LoadOptions* LoadOptions();
 };
 
 } // namespace NXOpen

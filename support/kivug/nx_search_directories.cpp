@@ -1,0 +1,21 @@
+#include "kivug/search_file_list.h"
+
+#include <NXOpen/LoadOptions.hxx>
+#include <NXOpen/PartCollection.hxx>
+#include <NXOpen/Session.hxx>
+
+namespace KivUg {
+
+std::vector<boost::filesystem::path> nxSearchDirectories() {
+    std::vector<NXOpen::NXString> directories;
+    std::vector<bool> withSubDirectories;
+    NXOpen::Session::GetSession()->Parts()->LoadOptions()->GetSearchDirectories(directories,
+                                                                                withSubDirectories);
+    std::vector<boost::filesystem::path> result;
+    for (const NXOpen::NXString& directory : directories) {
+        result.emplace_back(directory.GetText());
+    }
+    return result;
+}
+
+} // namespace KivUg
