@@ -2,7 +2,9 @@
 
 #include <nxsim/error_codes.h>
 
+#include <NXOpen/LoadOptions.hxx>
 #include <NXOpen/NXException.hxx>
+#include <NXOpen/PartCollection.hxx>
 #include <NXOpen/Session.hxx>
 
 #include <uf.h>
@@ -12,6 +14,7 @@
 #include <uf_ui.h>
 
 #include "testutil/temp_dir.h"
+#include "testutil/test_presenter.h"
 
 #include <gtest/gtest.h>
 
@@ -195,6 +198,52 @@ TEST_F(UfFunctions, InjectedFaultsMakeCallsFailWithTheChosenCode) {
     }
     std::vector<std::string> log = nxsim::callLog();
     EXPECT_EQ(std::count(log.begin(), log.end(), "UF_initialize"), 3);
+}
+
+TEST_F(UfFunctions, MenuAnswersWithTheEntryFromFiveOrTwoForCancel) {
+    TestUtil::TestPresenter presenter;
+    nxsim::ScopedPresenter scoped(&presenter);
+    presenter.pick = [&](const std::string&, const std::vector<std::string>& items) {
+        EXPECT_EQ(items, (std::vector<std::string>{"A4", "A3"}));
+        return 1;
+    };
+    char items[2][38] = {"A4", "A3"};
+    char cue[] = "Select template from list";
+    UF_UI_set_prompt(cue);
+    EXPECT_EQ(uc1603("Frame Templates", 2, items, 2), 6);
+    const auto pickers = nxsim::shownPickers();
+    ASSERT_EQ(pickers.size(), 1u);
+    EXPECT_EQ(pickers[0].title, "Frame Templates");
+    EXPECT_EQ(pickers[0].prompt, "Select template from list");
+    presenter.pick = [&](const std::string&, const std::vector<std::string>&) { return -1; };
+    EXPECT_EQ(uc1603("Frame Templates", 0, items, 2), 2);
+}
+
+TEST_F(UfFunctions, MenuRefusesNoEntriesAndMoreThanFourteen) {
+    TestUtil::TestPresenter presenter;
+    nxsim::ScopedPresenter scoped(&presenter);
+    char items[15][38] = {};
+    EXPECT_EQ(uc1603("T", 0, items, 0), 0);
+    EXPECT_EQ(uc1603("T", 0, items, 15), 0);
+    EXPECT_TRUE(nxsim::shownPickers().empty());
+}
+
+TEST_F(UfFunctions, SearchDirectoriesAreTheHostsSearchPathWithoutSubDirectories) {
+    TestUtil::ScopedEnvironment environment;
+    environment.set("QORFMT_SEARCH_PATH", "/sites/a::/sites/b");
+    std::vector<NXString> directories;
+    std::vector<bool> subDirectories;
+    Session::GetSession()->Parts()->LoadOptions()->GetSearchDirectories(directories,
+                                                                        subDirectories);
+    ASSERT_EQ(directories.size(), 2u);
+    EXPECT_STREQ(directories[0].GetText(), "/sites/a");
+    EXPECT_STREQ(directories[1].GetText(), "/sites/b");
+    EXPECT_EQ(subDirectories, (std::vector<bool>{false, false}));
+    environment.set("QORFMT_SEARCH_PATH", nullptr);
+    Session::GetSession()->Parts()->LoadOptions()->GetSearchDirectories(directories,
+                                                                        subDirectories);
+    EXPECT_TRUE(directories.empty());
+    EXPECT_TRUE(subDirectories.empty());
 }
 
 } // namespace
