@@ -1,20 +1,140 @@
-// Every control a dialog binds must exist in its resource file with the kind it is bound as:
-// showing a dialog binds all of its controls, and a missing or mistyped one throws.
+// Every control a dialog binds exists in its resource file with the kind it is bound as. One row
+// per dialog: its names, the controls it binds with their kinds, and the ways it is shown; a new
+// dialog is one more row.
 
 #include "workspace_site.h"
 
 #include "testutil/journal.h"
 #include "workspace/file_select_dialog.h"
+#include "workspace/file_select_dialog_names.h"
 #include "workspace/main_dialog.h"
+#include "workspace/main_dialog_names.h"
 
+#include <nxsim/dlg.h>
 #include <nxsim/platform.h>
 #include <uf.h>
 
 #include <gtest/gtest.h>
 
+#include <functional>
+#include <ostream>
+#include <set>
+#include <string>
+#include <vector>
+
 namespace {
 
-class ResourceFiles : public ::testing::Test {
+using nxsim::ItemKind;
+namespace Main = QorBorderConf::MainDialogNames;
+namespace FileSelect = QorBorderConf::FileSelectDialogNames;
+
+struct BoundControl {
+    const char* name;
+    ItemKind kind;
+};
+
+struct DialogResource {
+    const char* dialogClass; ///< names the row in the test's name
+    const char* resourceFile;
+    const char* dialogName;
+    std::vector<BoundControl> controls;
+    /// Shows the dialog once in each of its modes; showing binds every control.
+    std::vector<std::function<void()>> showings;
+
+    /// How a journal names the dialog: its dialog name, else its resource file.
+    std::string journalName() const { return *dialogName ? dialogName : resourceFile; }
+};
+
+/// Names the row in the test's output.
+void PrintTo(const DialogResource& dialog, std::ostream* out) {
+    *out << dialog.dialogClass;
+}
+
+std::vector<std::function<void()>> fileSelectDialogInEveryMode() {
+    std::vector<std::function<void()>> showings;
+    for (int mode = QorBorderConf::FileSelectDialog::OpenMode;
+         mode <= QorBorderConf::FileSelectDialog::CopyLocationMode; ++mode) {
+        showings.push_back([mode] {
+            QorBorderConf::FileSelectDialog dialog({}, mode);
+            dialog.show();
+        });
+    }
+    return showings;
+}
+
+std::vector<DialogResource> dialogResources() {
+    return {
+        {"MainDialog",
+         Main::kResourceFile,
+         Main::kDialogName,
+         {
+             {Main::FILEINFO, ItemKind::GroupBox},
+             {Main::LOCATION, ItemKind::LabelItem},
+             {Main::FILENAME, ItemKind::LabelItem},
+             {Main::NEW_FILE, ItemKind::PushButton},
+             {Main::OPEN_FILE, ItemKind::PushButton},
+             {Main::SAVE_FILE, ItemKind::PushButton},
+             {Main::SAVEAS_FILE, ItemKind::PushButton},
+             {Main::SAVE_ALL, ItemKind::PushButton},
+             {Main::MOVE_ITEMS, ItemKind::PushButton},
+             {Main::FILE_SUMMARY, ItemKind::PushButton},
+             {Main::BORDERLIST, ItemKind::SingleSelectList},
+             {Main::NEWBORDER, ItemKind::PushButton},
+             {Main::EDITBORDER, ItemKind::PushButton},
+             {Main::COPYBORDER, ItemKind::PushButton},
+             {Main::COPYBORDERFROM, ItemKind::PushButton},
+             {Main::DELETEBORDER, ItemKind::PushButton},
+             {Main::BLOCKLIST, ItemKind::SingleSelectList},
+             {Main::NEWBLOCK, ItemKind::PushButton},
+             {Main::EDITBLOCK, ItemKind::PushButton},
+             {Main::COPYBLOCK, ItemKind::PushButton},
+             {Main::COPYBLOCKFROM, ItemKind::PushButton},
+             {Main::DELETEBLOCK, ItemKind::PushButton},
+             {Main::BLOCK_FILTER, ItemKind::OptionMenu},
+             {Main::LOCATION_LIST, ItemKind::SingleSelectList},
+             {Main::NEW_LOC, ItemKind::PushButton},
+             {Main::EDIT_LOC, ItemKind::PushButton},
+             {Main::COPY_LOC, ItemKind::PushButton},
+             {Main::DELETE_LOC, ItemKind::PushButton},
+             {Main::MOVE_LOC_UP, ItemKind::PushButton},
+             {Main::MOVE_LOC_DOWN, ItemKind::PushButton},
+             {Main::TRANSLATION_LIST, ItemKind::SingleSelectList},
+             {Main::NEW_TRANSLATION, ItemKind::PushButton},
+             {Main::EDIT_TRANSLATION, ItemKind::PushButton},
+             {Main::DELETE_TRANSLATION, ItemKind::PushButton},
+         },
+         {[] {
+             QorBorderConf::MainDialog dialog;
+             dialog.show();
+         }}},
+        {"FileSelectDialog",
+         FileSelect::kResourceFile,
+         FileSelect::kDialogName,
+         {
+             {FileSelect::FILTER, ItemKind::OptionMenu},
+             {FileSelect::FILE_LIST, ItemKind::SingleSelectList},
+             {FileSelect::FILE_SELECTION, ItemKind::WideString},
+             {FileSelect::OBJECT_GROUP, ItemKind::GroupBox},
+             {FileSelect::OBJECT_LABEL, ItemKind::LabelItem},
+             {FileSelect::OBJECT_LIST, ItemKind::SingleSelectList},
+             {FileSelect::LOC_FILTER, ItemKind::OptionMenu},
+         },
+         fileSelectDialogInEveryMode()},
+    };
+}
+
+/// Every named element of the file that a dialog could bind, anywhere in the tree.
+void collectBindable(const std::vector<nxsim::DlgElement>& elements,
+                     std::vector<const nxsim::DlgElement*>& found) {
+    for (const nxsim::DlgElement& element : elements) {
+        if (nxsim::isBindable(element.kind) && !element.name.empty()) {
+            found.push_back(&element);
+        }
+        collectBindable(element.children, found);
+    }
+}
+
+class ResourceFiles : public ::testing::TestWithParam<DialogResource> {
 protected:
     ResourceFiles() {
         nxsim::reset();
@@ -22,21 +142,62 @@ protected:
     }
     ~ResourceFiles() override { UF_terminate(); }
 
+    nxsim::DialogLayout readLayout() const {
+        return nxsim::readDialogLayout(TestUtil::productResources() / GetParam().resourceFile);
+    }
+
     TestUtil::WorkspaceSite site;
 };
 
-TEST_F(ResourceFiles, MainDialogFileHoldsEveryControlTheDialogBinds) {
-    QorBorderConf::MainDialog dialog;
-    EXPECT_JOURNAL_PASSES(TestUtil::runJournal("run\ndialog qorborder_config_main\ncancel\n",
-                                               [&] { dialog.show(); }));
-}
-
-TEST_F(ResourceFiles, FileSelectDialogFileHoldsEveryControlTheDialogBindsInEveryMode) {
-    for (int mode = 0; mode <= 4; ++mode) {
-        QorBorderConf::FileSelectDialog dialog({}, mode);
-        EXPECT_JOURNAL_PASSES(TestUtil::runJournal(
-            "run\ndialog qorfmt_config_selectfile.dlg\ncancel\n", [&] { dialog.show(); }));
+TEST_P(ResourceFiles, FileHoldsEveryControlTheDialogBindsWithTheKindItBindsItAs) {
+    const DialogResource& dialog = GetParam();
+    const nxsim::DialogLayout layout = readLayout();
+    EXPECT_EQ(layout.name, dialog.dialogName);
+    for (const BoundControl& control : dialog.controls) {
+        const nxsim::DlgElement* element = layout.find(control.name);
+        if (!element) {
+            ADD_FAILURE() << dialog.resourceFile << " has no " << control.name;
+            continue;
+        }
+        EXPECT_EQ(element->kind, control.kind)
+            << dialog.resourceFile << ":" << element->line << ": " << control.name << " is a "
+            << nxsim::kindDescription(element->kind) << ", bound as a "
+            << nxsim::kindDescription(control.kind);
     }
 }
+
+// A named control of the file that the row does not list is one the dialog binds without the row
+// knowing it, or one the file holds for nothing: either way the row and the file part company.
+TEST_P(ResourceFiles, FileHoldsNoNamedControlTheRowDoesNotList) {
+    const DialogResource& dialog = GetParam();
+    std::set<std::string> listed;
+    for (const BoundControl& control : dialog.controls) {
+        listed.insert(control.name);
+    }
+    const nxsim::DialogLayout layout = readLayout();
+    std::vector<const nxsim::DlgElement*> bindable;
+    collectBindable(layout.elements, bindable);
+    for (const nxsim::DlgElement* element : bindable) {
+        EXPECT_EQ(listed.count(element->name), 1u)
+            << dialog.resourceFile << ":" << element->line << ": " << element->name
+            << " is not in the row of " << dialog.dialogClass;
+    }
+}
+
+TEST_P(ResourceFiles, ShowingTheDialogBindsEveryControl) {
+    const DialogResource& dialog = GetParam();
+    ASSERT_FALSE(dialog.showings.empty());
+    for (const auto& show : dialog.showings) {
+        EXPECT_JOURNAL_PASSES(
+            TestUtil::runJournal("run\ndialog " + dialog.journalName() + "\ncancel\n", show));
+    }
+}
+
+std::string dialogClassOf(const ::testing::TestParamInfo<DialogResource>& row) {
+    return row.param.dialogClass;
+}
+
+INSTANTIATE_TEST_SUITE_P(Dialogs, ResourceFiles, ::testing::ValuesIn(dialogResources()),
+                         dialogClassOf);
 
 } // namespace
