@@ -11,48 +11,6 @@ using namespace NXOpen::UIStyler;
 namespace KivNX {
 namespace UI {
 
-namespace detail {
-PushButton* lookUp(Dialog& d, const std::string& n, PushButton*) {
-    return d.GetPushButton(n);
-}
-SingleSelectList* lookUp(Dialog& d, const std::string& n, SingleSelectList*) {
-    return d.GetSingleSelectList(n);
-}
-OptionMenu* lookUp(Dialog& d, const std::string& n, OptionMenu*) {
-    return d.GetOptionMenu(n);
-}
-StringItem* lookUp(Dialog& d, const std::string& n, StringItem*) {
-    return d.GetStringItem(n);
-}
-WideString* lookUp(Dialog& d, const std::string& n, WideString*) {
-    return d.GetWideString(n);
-}
-MultiTextBox* lookUp(Dialog& d, const std::string& n, MultiTextBox*) {
-    return d.GetMultiTextBox(n);
-}
-RadioBox* lookUp(Dialog& d, const std::string& n, RadioBox*) {
-    return d.GetRadioBox(n);
-}
-IntegerItem* lookUp(Dialog& d, const std::string& n, IntegerItem*) {
-    return d.GetIntegerItem(n);
-}
-RealItem* lookUp(Dialog& d, const std::string& n, RealItem*) {
-    return d.GetRealItem(n);
-}
-Toggle* lookUp(Dialog& d, const std::string& n, Toggle*) {
-    return d.GetToggle(n);
-}
-ColorTool* lookUp(Dialog& d, const std::string& n, ColorTool*) {
-    return d.GetColorTool(n);
-}
-GroupBox* lookUp(Dialog& d, const std::string& n, GroupBox*) {
-    return d.GetGroupBox(n);
-}
-LabelItem* lookUp(Dialog& d, const std::string& n, LabelItem*) {
-    return d.GetLabelItem(n);
-}
-} // namespace detail
-
 /// The callback NX holds for one handler: it runs the handler, then the update functions. NX
 /// keeps clones of it; every clone calls back into the same dialog controller.
 class NXDialogBase::HandlerCallback : public NXOpen::Callback1<DialogState, StylerEvent*> {

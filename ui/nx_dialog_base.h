@@ -25,6 +25,8 @@
 
 #include <memory>
 #include <string>
+#include <tuple>
+#include <type_traits>
 #include <vector>
 
 namespace KivNX {
@@ -37,33 +39,29 @@ using StylerHandler = Base::Functor<NXOpen::UIStyler::DialogState, NXOpen::UISty
 using UpdateFunction = Base::Functor<void, NXOpen::UIStyler::StylerItem*>;
 
 namespace detail {
-// One overload per NX item class: a wrapper finds the getter of the class it derives from.
-NXOpen::UIStyler::PushButton* lookUp(NXOpen::UIStyler::Dialog&, const std::string&,
-                                     NXOpen::UIStyler::PushButton*);
-NXOpen::UIStyler::SingleSelectList* lookUp(NXOpen::UIStyler::Dialog&, const std::string&,
-                                           NXOpen::UIStyler::SingleSelectList*);
-NXOpen::UIStyler::OptionMenu* lookUp(NXOpen::UIStyler::Dialog&, const std::string&,
-                                     NXOpen::UIStyler::OptionMenu*);
-NXOpen::UIStyler::StringItem* lookUp(NXOpen::UIStyler::Dialog&, const std::string&,
-                                     NXOpen::UIStyler::StringItem*);
-NXOpen::UIStyler::WideString* lookUp(NXOpen::UIStyler::Dialog&, const std::string&,
-                                     NXOpen::UIStyler::WideString*);
-NXOpen::UIStyler::MultiTextBox* lookUp(NXOpen::UIStyler::Dialog&, const std::string&,
-                                       NXOpen::UIStyler::MultiTextBox*);
-NXOpen::UIStyler::RadioBox* lookUp(NXOpen::UIStyler::Dialog&, const std::string&,
-                                   NXOpen::UIStyler::RadioBox*);
-NXOpen::UIStyler::IntegerItem* lookUp(NXOpen::UIStyler::Dialog&, const std::string&,
-                                      NXOpen::UIStyler::IntegerItem*);
-NXOpen::UIStyler::RealItem* lookUp(NXOpen::UIStyler::Dialog&, const std::string&,
-                                   NXOpen::UIStyler::RealItem*);
-NXOpen::UIStyler::Toggle* lookUp(NXOpen::UIStyler::Dialog&, const std::string&,
-                                 NXOpen::UIStyler::Toggle*);
-NXOpen::UIStyler::ColorTool* lookUp(NXOpen::UIStyler::Dialog&, const std::string&,
-                                    NXOpen::UIStyler::ColorTool*);
-NXOpen::UIStyler::GroupBox* lookUp(NXOpen::UIStyler::Dialog&, const std::string&,
-                                   NXOpen::UIStyler::GroupBox*);
-NXOpen::UIStyler::LabelItem* lookUp(NXOpen::UIStyler::Dialog&, const std::string&,
-                                    NXOpen::UIStyler::LabelItem*);
+/// A `T` bound to the item called `name` of `dialog`, found through the dialog's getter of the NX
+/// item class that `T` is or derives from (a wrapper finds the getter of its NX class).
+template <class T>
+boost::shared_ptr<T> lookUp(NXOpen::UIStyler::Dialog& dialog, const std::string& name) {
+    using D = NXOpen::UIStyler::Dialog;
+    const auto getters = std::make_tuple(
+        &D::GetPushButton, &D::GetSingleSelectList, &D::GetOptionMenu, &D::GetStringItem,
+        &D::GetWideString, &D::GetMultiTextBox, &D::GetRadioBox, &D::GetIntegerItem,
+        &D::GetRealItem, &D::GetToggle, &D::GetColorTool, &D::GetGroupBox, &D::GetLabelItem);
+    boost::shared_ptr<T> found;
+    std::apply(
+        [&](auto... getter) {
+            const auto tryGetter = [&](auto get) {
+                using Item = std::remove_pointer_t<decltype((dialog.*get)(name))>;
+                if constexpr (std::is_base_of_v<Item, T>) {
+                    found.reset(new T(*(dialog.*get)(name)));
+                }
+            };
+            (tryGetter(getter), ...);
+        },
+        getters);
+    return found;
+}
 } // namespace detail
 
 /// The base of every dialog controller: creates the dialog from its resource file, lets the
@@ -96,8 +94,7 @@ protected:
     /// or holds it as another kind.
     template <class T>
     boost::shared_ptr<T> getControl(const std::string& name) {
-        auto* item = detail::lookUp(openDialog(), name, static_cast<T*>(nullptr));
-        return boost::shared_ptr<T>(new T(*item));
+        return detail::lookUp<T>(openDialog(), name);
     }
 
     /// The dialog item of the shown dialog, where construct and OK handlers are registered.
