@@ -83,6 +83,11 @@ public:
     const std::string& dialogName() const { return m_dialogName; }
 
 protected:
+    // The names every controller's handlers and update functions are declared with.
+    using DialogState = NXOpen::UIStyler::DialogState;
+    using StylerEvent = NXOpen::UIStyler::StylerEvent;
+    using StylerItem = NXOpen::UIStyler::StylerItem;
+
     NXDialogBase(const std::string& dialogResourceFile, const std::string& dialogName);
 
     /// Binds the controls and registers the handlers; runs once per show(), after the dialog has

@@ -63,10 +63,6 @@ public:
                                                const std::string& name);
 
 private:
-    using DialogState = NXOpen::UIStyler::DialogState;
-    using StylerEvent = NXOpen::UIStyler::StylerEvent;
-    using StylerItem = NXOpen::UIStyler::StylerItem;
-
     void initializeDialog() override;
 
     DialogState onConstruct(StylerEvent* event);

@@ -24,10 +24,6 @@ public:
     }
 
 private:
-    using DialogState = NXOpen::UIStyler::DialogState;
-    using StylerEvent = NXOpen::UIStyler::StylerEvent;
-    using StylerItem = NXOpen::UIStyler::StylerItem;
-
     void initializeDialog() override;
 
     DialogState onConstruct(StylerEvent* event);
