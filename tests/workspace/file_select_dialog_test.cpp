@@ -140,13 +140,21 @@ TEST_F(FileSelect, StartPathIsLeftOutOfTheFiles) {
          site.document("docA.fordef"));
 }
 
-// The folder test is a plain substring search, on purpose: a folder whose path contains the
-// base directory's text lists its files under that base directory too.
+// The folder test is a plain substring search, on purpose: a folder whose path holds the base
+// directory's text anywhere, not only at its start, lists its files under that base directory.
 TEST_F(FileSelect, BaseDirectoryTextInsideAnotherPathAlsoListsThoseFiles) {
-    site.dir().write("site/extra/format_defs/extra.fordef", "");
-    site.environment().set("QORFMT_SEARCH_PATH", (site.site() / "extra").string());
-    show(FileSelectDialog::OpenMode,
-         "expect items FILE_LIST [\"extra.fordef\", \"docA.fordef\", \"docB.fordef\"]\ncancel\n");
+    // A search-path folder whose path repeats the installation's path after a start of its own.
+    const fs::path mirror = fs::path("mirror") / site.site().relative_path();
+    site.dir().write(mirror / "format_defs" / "mirrored.fordef", "");
+    const std::string folder = (site.root() / mirror / "format_defs").string();
+    const std::string installation = site.site().string();
+    ASSERT_NE(folder.find(installation), std::string::npos);
+    ASSERT_NE(folder.find(installation), 0u) << "the installation must not start the folder's path";
+    site.environment().set("QORFMT_SEARCH_PATH", (site.root() / mirror).string());
+    show(FileSelectDialog::OpenMode, R"J(
+  expect items FILE_LIST ["mirrored.fordef", "docA.fordef", "docB.fordef"]
+  cancel
+)J");
 }
 
 TEST_F(FileSelect, OkLogsTheChosenFile) {
