@@ -18,4 +18,16 @@ std::vector<boost::filesystem::path> nxSearchDirectories() {
     return result;
 }
 
+std::vector<boost::filesystem::path> searchRoots() {
+    return searchRoots(nxSearchDirectories());
+}
+
+NxSearchFileList::NxSearchFileList(const boost::filesystem::path& relativeDirectory)
+    : NxSearchFileList(relativeDirectory, searchRoots()) {}
+
+boost::filesystem::path findFile(const std::string& name,
+                                 const boost::filesystem::path& relativeDirectory, bool mustExist) {
+    return findFile(name, relativeDirectory, mustExist, searchRoots());
+}
+
 } // namespace KivUg

@@ -34,10 +34,6 @@ void addRoot(std::vector<fs::path>& roots, std::set<fs::path>& seen, const fs::p
 
 } // namespace
 
-std::vector<fs::path> searchRoots() {
-    return searchRoots(nxSearchDirectories());
-}
-
 std::vector<fs::path> searchRoots(const std::vector<fs::path>& searchDirectories) {
     std::vector<fs::path> roots;
     std::set<fs::path> seen;
@@ -60,8 +56,8 @@ std::vector<fs::path> searchRoots(const std::vector<fs::path>& searchDirectories
     return roots;
 }
 
-NxSearchFileList::NxSearchFileList(const fs::path& relativeDirectory)
-    : m_relativeDirectory(relativeDirectory), m_roots(searchRoots()) {}
+NxSearchFileList::NxSearchFileList(const fs::path& relativeDirectory, std::vector<fs::path> roots)
+    : m_relativeDirectory(relativeDirectory), m_roots(std::move(roots)) {}
 
 std::vector<fs::path> NxSearchFileList::filePaths(const Base::WildcardFilter& filter) const {
     std::vector<fs::path> result;
@@ -88,8 +84,8 @@ std::vector<fs::path> NxSearchFileList::filePaths(const Base::WildcardFilter& fi
     return result;
 }
 
-fs::path findFile(const std::string& name, const fs::path& relativeDirectory, bool mustExist) {
-    const std::vector<fs::path> roots = searchRoots();
+fs::path findFile(const std::string& name, const fs::path& relativeDirectory, bool mustExist,
+                  const std::vector<fs::path>& roots) {
     for (const fs::path& root : roots) {
         const fs::path candidate = root / relativeDirectory / name;
         boost::system::error_code ec;

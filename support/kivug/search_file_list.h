@@ -9,6 +9,9 @@
 
 namespace KivUg {
 
+// What asks NX (nxSearchDirectories, searchRoots() and the overloads without roots) is in the
+// library qorkivug; the rest needs no NX and is in qorsupport.
+
 /// The directories of NX's search path, in NX's order (its load options' search directories).
 std::vector<boost::filesystem::path> nxSearchDirectories();
 
@@ -25,7 +28,11 @@ std::vector<boost::filesystem::path> searchRoots();
 /// The files below one relative directory (such as "format_defs") of every search root.
 class NxSearchFileList {
 public:
+    /// Along NX's search path: the roots of searchRoots().
     explicit NxSearchFileList(const boost::filesystem::path& relativeDirectory);
+    /// Along the given roots (a program that runs without NX gives them itself).
+    NxSearchFileList(const boost::filesystem::path& relativeDirectory,
+                     std::vector<boost::filesystem::path> roots);
 
     /// Every regular file matching `filter` in ROOT/relativeDirectory for each root, in root order
     /// and by name within a directory; a file reached twice (through a link or a repeated root) is
@@ -42,5 +49,9 @@ private:
 /// directories if `mustExist` is true.
 boost::filesystem::path findFile(const std::string& name,
                                  const boost::filesystem::path& relativeDirectory, bool mustExist);
+/// As findFile, along the given roots.
+boost::filesystem::path findFile(const std::string& name,
+                                 const boost::filesystem::path& relativeDirectory, bool mustExist,
+                                 const std::vector<boost::filesystem::path>& roots);
 
 } // namespace KivUg
