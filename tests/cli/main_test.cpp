@@ -1,0 +1,110 @@
+// The qorfmt program as a user runs it: help, version, exit codes and what goes where.
+#include "testutil/temp_dir.h"
+
+#include <boost/filesystem/operations.hpp>
+
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <string>
+#include <sys/wait.h>
+#include <vector>
+
+namespace fs = boost::filesystem;
+
+namespace {
+
+const fs::path kLintData = fs::path(QORFMT_TEST_DATA) / "lint";
+const fs::path kExamples = fs::path(QORFMT_EXAMPLES_DIR);
+
+struct Result {
+    int exitCode = -1;
+    std::string out;
+    std::string err;
+};
+
+std::string quote(const std::string& argument) {
+    std::string quoted = "'";
+    for (const char c : argument) {
+        quoted += c == '\'' ? std::string("'\\''") : std::string(1, c);
+    }
+    return quoted + "'";
+}
+
+// Runs qorfmt with the arguments and without the site variables of the caller's environment.
+Result qorfmt(const std::vector<std::string>& arguments) {
+    TestUtil::TempDir dir;
+    std::string command =
+        "env -u QORFMT_SITE -u QORFMT_CONFIGURATION -u QORFMT_SEARCH_PATH " + quote(QORFMT_PROGRAM);
+    for (const std::string& argument : arguments) {
+        command += " " + quote(argument);
+    }
+    command +=
+        " >" + quote((dir.path() / "out").string()) + " 2>" + quote((dir.path() / "err").string());
+    const int status = std::system(command.c_str());
+    Result result;
+    result.exitCode = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    result.out = TestUtil::readFile(dir.path() / "out");
+    result.err = TestUtil::readFile(dir.path() / "err");
+    return result;
+}
+
+bool contains(const std::string& text, const std::string& part) {
+    return text.find(part) != std::string::npos;
+}
+
+} // namespace
+
+TEST(QorfmtProgram, HelpNamesEveryCommandAndExitsZero) {
+    const Result result = qorfmt({"--help"});
+    EXPECT_EQ(result.exitCode, 0);
+    EXPECT_TRUE(contains(result.out, "lint")) << result.out;
+    EXPECT_TRUE(contains(result.out, "Exit status")) << result.out;
+    EXPECT_EQ(result.err, "");
+}
+
+TEST(QorfmtProgram, EveryCommandHasItsHelp) {
+    for (const std::vector<std::string>& command :
+         std::vector<std::vector<std::string>>{{"lint", "--help"}}) {
+        const Result result = qorfmt(command);
+        EXPECT_EQ(result.exitCode, 0) << command[0];
+        EXPECT_TRUE(contains(result.out, "Usage: qorfmt " + command[0])) << result.out;
+    }
+}
+
+TEST(QorfmtProgram, VersionIsTheProjectVersion) {
+    const Result result = qorfmt({"--version"});
+    EXPECT_EQ(result.exitCode, 0);
+    EXPECT_EQ(result.out, std::string("qorfmt ") + QORFMT_VERSION + "\n");
+}
+
+TEST(QorfmtProgram, NoCommandOrAnUnknownOneIsAUsageError) {
+    EXPECT_EQ(qorfmt({}).exitCode, 2);
+    const Result unknown = qorfmt({"polish"});
+    EXPECT_EQ(unknown.exitCode, 2);
+    EXPECT_NE(unknown.err, "");
+    EXPECT_EQ(qorfmt({"lint", "--no-such-option"}).exitCode, 2);
+    EXPECT_EQ(qorfmt({"lint", "--format", "xml", "x.fordef"}).exitCode, 2);
+}
+
+TEST(QorfmtProgram, LintExitsZeroOnTheExampleSite) {
+    const Result result = qorfmt({"lint", "--site", (kExamples / "site").string()});
+    EXPECT_EQ(result.exitCode, 0) << result.out << result.err;
+    EXPECT_EQ(result.out, "");
+}
+
+TEST(QorfmtProgram, LintExitsOneWithFindingsOnStandardOutput) {
+    const Result result = qorfmt({"lint", "--search-path", kLintData.string(),
+                                  (kLintData / "default-style" / "fail.fordef").string()});
+    EXPECT_EQ(result.exitCode, 1);
+    EXPECT_TRUE(contains(result.out, ":10: error: block 'TB' has default style 'NARROW'"))
+        << result.out;
+    EXPECT_EQ(result.err, "");
+}
+
+TEST(QorfmtProgram, LintExitsTwoOnAnUnreadableDocument) {
+    const Result result = qorfmt({"lint", (kLintData / "missing.fordef").string()});
+    EXPECT_EQ(result.exitCode, 2);
+    EXPECT_TRUE(contains(result.err, "missing.fordef: cannot open the file")) << result.err;
+    EXPECT_EQ(result.out, "");
+}
