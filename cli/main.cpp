@@ -1,6 +1,7 @@
 // qorfmt: checks, draws, translates and formats the format definitions of a site, without the CAD
 // system.
 
+#include "fmt.h"
 #include "lint.h"
 
 #include <CLI/CLI.hpp>
@@ -57,6 +58,15 @@ int main(int argc, char** argv) {
         ->type_name("FILE");
     lintCommand->footer(lintRulesText());
     lintCommand->callback([&] { exitCode = runLint(lint, std::cout, std::cerr); });
+
+    FmtOptions fmt;
+    CLI::App* fmtCommand = app.add_subcommand(
+        "fmt", "Rewrite documents in canonical form, as the configurator saves them.");
+    fmtCommand->add_flag(
+        "--check", fmt.check,
+        "only name the documents that would change (exit 1 if any); write nothing");
+    fmtCommand->add_option("FILE", fmt.files, "documents to format")->required()->type_name("FILE");
+    fmtCommand->callback([&] { exitCode = runFmt(fmt, std::cout, std::cerr); });
 
     try {
         app.parse(argc, argv);

@@ -31,11 +31,13 @@ std::string quote(const std::string& argument) {
     return quoted + "'";
 }
 
-// Runs qorfmt with the arguments and without the site variables of the caller's environment.
-Result qorfmt(const std::vector<std::string>& arguments) {
+// Runs qorfmt with the arguments and without the site variables of the caller's environment,
+// after the shell commands in `setup`.
+Result qorfmt(const std::vector<std::string>& arguments, const std::string& setup = "") {
     TestUtil::TempDir dir;
-    std::string command =
-        "env -u QORFMT_SITE -u QORFMT_CONFIGURATION -u QORFMT_SEARCH_PATH " + quote(QORFMT_PROGRAM);
+    std::string command = setup +
+                          "env -u QORFMT_SITE -u QORFMT_CONFIGURATION -u QORFMT_SEARCH_PATH " +
+                          quote(QORFMT_PROGRAM);
     for (const std::string& argument : arguments) {
         command += " " + quote(argument);
     }
@@ -107,4 +109,18 @@ TEST(QorfmtProgram, LintExitsTwoOnAnUnreadableDocument) {
     EXPECT_EQ(result.exitCode, 2);
     EXPECT_TRUE(contains(result.err, "missing.fordef: cannot open the file")) << result.err;
     EXPECT_EQ(result.out, "");
+}
+
+// A full disk (here: a file size limit of 1 KiB) fails the save; the document keeps its bytes.
+TEST(QorfmtProgram, FmtThatCannotWriteExitsTwoAndKeepsTheDocument) {
+    TestUtil::TempDir dir;
+    std::string spread = TestUtil::readFile(kLintData / "unknown-field" / "pass.fordef");
+    for (std::string::size_type at = 0; (at = spread.find("\" ", at)) != std::string::npos;) {
+        spread.replace(at, 2, "\"\n      ");
+    }
+    const fs::path file = dir.write("spread.fordef", spread);
+    const Result result = qorfmt({"fmt", file.string()}, "trap '' XFSZ; ulimit -f 1; ");
+    EXPECT_EQ(result.exitCode, 2) << result.out << result.err;
+    EXPECT_TRUE(contains(result.err, file.string())) << result.err;
+    EXPECT_EQ(TestUtil::readFile(file), spread);
 }
