@@ -3,6 +3,7 @@
 
 #include "fmt.h"
 #include "lint.h"
+#include "translations.h"
 
 #include <CLI/CLI.hpp>
 
@@ -67,6 +68,63 @@ int main(int argc, char** argv) {
         "only name the documents that would change (exit 1 if any); write nothing");
     fmtCommand->add_option("FILE", fmt.files, "documents to format")->required()->type_name("FILE");
     fmtCommand->callback([&] { exitCode = runFmt(fmt, std::cout, std::cerr); });
+
+    CLI::App* translations = app.add_subcommand(
+        "translations", "Hand a document's texts to translators as gettext PO catalogs and take "
+                        "their translations back.");
+    translations->require_subcommand(1);
+
+    ExportOptions exportOptions;
+    CLI::App* exportCommand = translations->add_subcommand(
+        "export", "Write a PO catalog of the document's texts (text choices and field titles of "
+                  "its blocks) with their translations into LANG.");
+    exportCommand->add_option("FILE", exportOptions.file, "the document")
+        ->required()
+        ->type_name("FILE");
+    exportCommand
+        ->add_option("--language", exportOptions.language,
+                     "the language, as the "
+                     "translation keys name it")
+        ->required()
+        ->type_name("LANG");
+    exportCommand
+        ->add_option("-o,--output", exportOptions.output,
+                     "the catalog to write (default: standard output)")
+        ->type_name("LANG.po");
+    exportCommand->callback([&] { exitCode = runExport(exportOptions, std::cout, std::cerr); });
+
+    ImportOptions importOptions;
+    CLI::App* importCommand = translations->add_subcommand(
+        "import", "Take the translations of a PO catalog into the document (writes FILE when "
+                  "any changed; the language is the catalog's).");
+    importCommand->add_option("FILE", importOptions.file, "the document")
+        ->required()
+        ->type_name("FILE");
+    importCommand->add_option("CATALOG", importOptions.catalog, "the PO catalog")
+        ->required()
+        ->type_name("LANG.po");
+    importCommand->callback([&] { exitCode = runImport(importOptions, std::cout, std::cerr); });
+
+    CoverageOptions coverageOptions;
+    CLI::App* coverageCommand = translations->add_subcommand(
+        "coverage", "Show, for each block and language, how many of the texts that can be "
+                    "translated are. Writes nothing.");
+    coverageCommand->add_option("FILE", coverageOptions.file, "the document")
+        ->required()
+        ->type_name("FILE");
+    coverageCommand
+        ->add_option("--languages", coverageOptions.languages,
+                     "the languages (default: the document's second languages and those of its "
+                     "translations)")
+        ->delimiter(',')
+        ->type_name("A,B");
+    coverageCommand
+        ->add_option("--min", coverageOptions.minimum,
+                     "exit 1 when a language covers less than PERCENT of the document's texts")
+        ->check(CLI::Range(0.0, 100.0))
+        ->type_name("PERCENT");
+    coverageCommand->callback(
+        [&] { exitCode = runCoverage(coverageOptions, std::cout, std::cerr); });
 
     try {
         app.parse(argc, argv);

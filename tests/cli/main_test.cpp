@@ -69,8 +69,12 @@ TEST(QorfmtProgram, EveryCommandHasItsHelp) {
     for (const std::vector<std::string>& command :
          std::vector<std::vector<std::string>>{{"lint", "--help"}}) {
         const Result result = qorfmt(command);
-        EXPECT_EQ(result.exitCode, 0) << command[0];
-        EXPECT_TRUE(contains(result.out, "Usage: qorfmt " + command[0])) << result.out;
+        std::string name;
+        for (std::size_t i = 0; i + 1 < command.size(); ++i) {
+            name += (i ? " " : "") + command[i];
+        }
+        EXPECT_EQ(result.exitCode, 0) << name;
+        EXPECT_TRUE(contains(result.out, "Usage: qorfmt " + name)) << result.out;
     }
 }
 
@@ -123,4 +127,24 @@ TEST(QorfmtProgram, FmtThatCannotWriteExitsTwoAndKeepsTheDocument) {
     EXPECT_EQ(result.exitCode, 2) << result.out << result.err;
     EXPECT_TRUE(contains(result.err, file.string())) << result.err;
     EXPECT_EQ(TestUtil::readFile(file), spread);
+}
+
+TEST(QorfmtProgram, TranslationsExportWritesToStandardOutputByDefault) {
+    const Result result =
+        qorfmt({"translations", "export",
+                (kExamples / "site" / "format_defs" / "iso7200_blocks.fordef").string(),
+                "--language", "FR"});
+    EXPECT_EQ(result.exitCode, 0) << result.err;
+    EXPECT_TRUE(contains(result.out, "\"Language: FR\\n\"\n")) << result.out;
+    EXPECT_TRUE(contains(result.out, "msgctxt \"ISO7200|RESPDEPT|ENG\"\nmsgid \"Engineering\"\n"
+                                     "msgstr \"Bureau d'études\"\n"))
+        << result.out;
+}
+
+TEST(QorfmtProgram, TranslationsCoverageBelowTheMinimumExitsOne) {
+    const std::string document =
+        (kExamples / "site" / "format_defs" / "iso7200_blocks.fordef").string();
+    EXPECT_EQ(qorfmt({"translations", "coverage", document, "--min", "50"}).exitCode, 0);
+    EXPECT_EQ(qorfmt({"translations", "coverage", document, "--min", "90"}).exitCode, 1);
+    EXPECT_EQ(qorfmt({"translations", "coverage", document, "--min", "190"}).exitCode, 2);
 }
