@@ -3,6 +3,7 @@
 
 #include "fmt.h"
 #include "lint.h"
+#include "render.h"
 #include "translations.h"
 
 #include <CLI/CLI.hpp>
@@ -68,6 +69,26 @@ int main(int argc, char** argv) {
         "only name the documents that would change (exit 1 if any); write nothing");
     fmtCommand->add_option("FILE", fmt.files, "documents to format")->required()->type_name("FILE");
     fmtCommand->callback([&] { exitCode = runFmt(fmt, std::cout, std::cerr); });
+
+    RenderOptions render;
+    CLI::App* renderCommand = app.add_subcommand(
+        "render", "Draw a border at true scale for each of its drawing sizes: sheet, frame, "
+                  "zones and their numbering, the size's name and description. A PDF gets one "
+                  "page per size; an SVG or PNG one file per size (OUT-SIZE) when there are "
+                  "several.");
+    renderCommand->add_option("FILE", render.file, "the document")->required()->type_name("FILE");
+    renderCommand->add_option("--border", render.border, "the border's ID")
+        ->required()
+        ->type_name("ID");
+    renderCommand->add_option("--size", render.size, "only this drawing size")->type_name("NAME");
+    renderCommand
+        ->add_option("-o,--output", render.output,
+                     "the file to write: .svg, .pdf or .png (default: BORDER.pdf)")
+        ->type_name("OUT");
+    renderCommand->add_option("--dpi", render.dpi, "the resolution of a PNG (default: 96)")
+        ->check(CLI::Range(10, 1200))
+        ->type_name("N");
+    renderCommand->callback([&] { exitCode = runRender(render, std::cout, std::cerr); });
 
     CLI::App* translations = app.add_subcommand(
         "translations", "Hand a document's texts to translators as gettext PO catalogs and take "

@@ -148,3 +148,16 @@ TEST(QorfmtProgram, TranslationsCoverageBelowTheMinimumExitsOne) {
     EXPECT_EQ(qorfmt({"translations", "coverage", document, "--min", "90"}).exitCode, 1);
     EXPECT_EQ(qorfmt({"translations", "coverage", document, "--min", "190"}).exitCode, 2);
 }
+
+TEST(QorfmtProgram, RenderWritesTheNamedFile) {
+    TestUtil::TempDir dir;
+    const fs::path svg = dir.path() / "a3.svg";
+    const Result result =
+        qorfmt({"render", (kExamples / "site" / "format_defs" / "iso5457_borders.fordef").string(),
+                "--border", "ISO5457", "--size", "A3", "-o", svg.string()});
+    EXPECT_EQ(result.exitCode, 0) << result.err;
+    EXPECT_EQ(result.out, svg.string() + ": A3\n");
+    EXPECT_TRUE(contains(TestUtil::readFile(svg), "width=\"420mm\""));
+    EXPECT_EQ(qorfmt({"render", svg.string() + ".none", "--border", "X"}).exitCode, 2);
+    EXPECT_EQ(qorfmt({"render", svg.string()}).exitCode, 2) << "--border is required";
+}
