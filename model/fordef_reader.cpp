@@ -39,6 +39,49 @@ std::string quoted(const char* text) {
     return std::string("'") + text + "'";
 }
 
+// Notes the line of each element for a caller that asked for them; does nothing otherwise.
+class LineRecorder {
+public:
+    LineRecorder(SourceLines* lines, const char* data, std::size_t size) : m_lines(lines) {
+        if (m_lines) {
+            for (std::size_t i = 0; i < size; ++i) {
+                if (data[i] == '\n') {
+                    m_newlines.push_back(static_cast<std::ptrdiff_t>(i));
+                }
+            }
+        }
+    }
+
+    void object(pugi::xml_node node, const void* object) const {
+        if (m_lines) {
+            m_lines->record(object, lineOf(node));
+        }
+    }
+    void entry(pugi::xml_node node, const void* owner, const std::string& key) const {
+        if (m_lines) {
+            m_lines->record(owner, node.name(), key, lineOf(node));
+        }
+    }
+    void entry(pugi::xml_node node, const void* owner, std::size_t index) const {
+        if (m_lines) {
+            entry(node, owner, std::to_string(index));
+        }
+    }
+
+    /// The document's own entries (translations) are recorded under this owner.
+    const void* document = nullptr;
+
+private:
+    int lineOf(pugi::xml_node node) const {
+        const std::ptrdiff_t offset = node.offset_debug();
+        return 1 + static_cast<int>(std::lower_bound(m_newlines.begin(), m_newlines.end(), offset) -
+                                    m_newlines.begin());
+    }
+
+    SourceLines* m_lines;
+    std::vector<std::ptrdiff_t> m_newlines;
+};
+
 // Pointers to the members one element's attributes go to.
 class Bindings {
 public:
@@ -281,8 +324,9 @@ std::string readItem(pugi::xml_node node, const char* attribute) {
     return value;
 }
 
-boost::shared_ptr<Field> readField(pugi::xml_node node) {
+boost::shared_ptr<Field> readField(pugi::xml_node node, const LineRecorder& lines) {
     const auto field = boost::make_shared<Field>();
+    lines.object(node, field.get());
     Bindings bindings;
     bindings.add(*field, fieldAttributes());
     static const Sequence::Rule rules[] = {{"choice", false, true}};
@@ -290,6 +334,7 @@ boost::shared_ptr<Field> readField(pugi::xml_node node) {
     std::vector<Choice> choices;
     for (pugi::xml_node child = bindings.read(node); child; child = child.next_sibling()) {
         if (children.next(child) == 0) {
+            lines.entry(child, field.get(), choices.size());
             choices.emplace_back();
             readLeaf(child, choices.back(), choiceAttributes());
         }
@@ -298,8 +343,9 @@ boost::shared_ptr<Field> readField(pugi::xml_node node) {
     return field;
 }
 
-boost::shared_ptr<BlockStyle> readStyle(pugi::xml_node node) {
+boost::shared_ptr<BlockStyle> readStyle(pugi::xml_node node, const LineRecorder& lines) {
     const auto style = boost::make_shared<BlockStyle>();
+    lines.object(node, style.get());
     Bindings bindings;
     bindings.add(*style, styleAttributes());
     static const Sequence::Rule rules[] = {{"placement", false, true},
@@ -319,6 +365,7 @@ boost::shared_ptr<BlockStyle> readStyle(pugi::xml_node node) {
                                 quoted(style->id.c_str()));
             }
             style->setPlacement(field, placement);
+            lines.entry(child, style.get(), field);
             break;
         }
         case 1: {
@@ -335,6 +382,7 @@ boost::shared_ptr<BlockStyle> readStyle(pugi::xml_node node) {
                                 quoted(rowType.c_str()) + " is given twice");
             }
             style->setTableColumn(rowType, field, column);
+            lines.entry(child, style.get(), rowType + '\n' + field);
             break;
         }
         default:
@@ -344,8 +392,9 @@ boost::shared_ptr<BlockStyle> readStyle(pugi::xml_node node) {
     return style;
 }
 
-boost::shared_ptr<RowType> readRowType(pugi::xml_node node) {
+boost::shared_ptr<RowType> readRowType(pugi::xml_node node, const LineRecorder& lines) {
     const auto rowType = boost::make_shared<RowType>();
+    lines.object(node, rowType.get());
     Bindings bindings;
     bindings.add(*rowType, rowTypeAttributes());
     static const Sequence::Rule rules[] = {
@@ -355,9 +404,10 @@ boost::shared_ptr<RowType> readRowType(pugi::xml_node node) {
     for (pugi::xml_node child = bindings.read(node); child; child = child.next_sibling()) {
         switch (children.next(child)) {
         case 0:
-            rowType->appendField(readField(child));
+            rowType->appendField(readField(child, lines));
             break;
         case 1:
+            lines.entry(child, rowType.get(), dialogFields.size());
             dialogFields.push_back(readItem(child, "id"));
             break;
         case 2: {
@@ -370,6 +420,7 @@ boost::shared_ptr<RowType> readRowType(pugi::xml_node node) {
             if (rowType->typeManagerSettings().count(index) != 0) {
                 fail(child, "type manager choice " + std::to_string(index) + " is given twice");
             }
+            lines.entry(child, rowType.get(), std::to_string(index));
             rowType->setValidSymbolIndices(index, settings.validSymbolIndices);
             rowType->setDisabledFieldIds(index, settings.disabledFieldIds);
             break;
@@ -382,8 +433,9 @@ boost::shared_ptr<RowType> readRowType(pugi::xml_node node) {
     return rowType;
 }
 
-boost::shared_ptr<SymbolType> readSymbolType(pugi::xml_node node) {
+boost::shared_ptr<SymbolType> readSymbolType(pugi::xml_node node, const LineRecorder& lines) {
     const auto symbol = boost::make_shared<SymbolType>();
+    lines.object(node, symbol.get());
     Bindings bindings;
     bindings.add(*symbol, symbolTypeAttributes());
     static const Sequence::Rule rules[] = {{"line1Field", false, true},
@@ -392,9 +444,11 @@ boost::shared_ptr<SymbolType> readSymbolType(pugi::xml_node node) {
     for (pugi::xml_node child = bindings.read(node); child; child = child.next_sibling()) {
         switch (children.next(child)) {
         case 0:
+            lines.entry(child, symbol.get(), symbol->line1FieldIds.size());
             symbol->line1FieldIds.push_back(readItem(child, "id"));
             break;
         case 1:
+            lines.entry(child, symbol.get(), symbol->line2FieldIds.size());
             symbol->line2FieldIds.push_back(readItem(child, "id"));
             break;
         default:
@@ -404,8 +458,9 @@ boost::shared_ptr<SymbolType> readSymbolType(pugi::xml_node node) {
     return symbol;
 }
 
-boost::shared_ptr<BlockLayout> readBlock(pugi::xml_node node) {
+boost::shared_ptr<BlockLayout> readBlock(pugi::xml_node node, const LineRecorder& lines) {
     const auto block = boost::make_shared<BlockLayout>();
+    lines.object(node, block.get());
     Bindings bindings;
     bindings.add(*block, blockAttributes());
     static const Sequence::Rule rules[] = {{"field", false, true},
@@ -416,10 +471,10 @@ boost::shared_ptr<BlockLayout> readBlock(pugi::xml_node node) {
     for (pugi::xml_node child = bindings.read(node); child; child = child.next_sibling()) {
         switch (children.next(child)) {
         case 0:
-            block->addField(readField(child));
+            block->addField(readField(child, lines));
             break;
         case 1:
-            block->addStyle(readStyle(child));
+            block->addStyle(readStyle(child, lines));
             break;
         case 2: {
             Table& table = block->getTable();
@@ -429,13 +484,13 @@ boost::shared_ptr<BlockLayout> readBlock(pugi::xml_node node) {
             Sequence rows = sequence(child, tableRules);
             for (pugi::xml_node row = own.read(child); row; row = row.next_sibling()) {
                 if (rows.next(row) == 0) {
-                    table.addRowType(readRowType(row));
+                    table.addRowType(readRowType(row, lines));
                 }
             }
             break;
         }
         case 3:
-            block->addSymbolType(readSymbolType(child));
+            block->addSymbolType(readSymbolType(child, lines));
             break;
         default:
             break;
@@ -445,8 +500,9 @@ boost::shared_ptr<BlockLayout> readBlock(pugi::xml_node node) {
     return block;
 }
 
-boost::shared_ptr<BorderLayout> readBorder(pugi::xml_node node) {
+boost::shared_ptr<BorderLayout> readBorder(pugi::xml_node node, const LineRecorder& lines) {
     const auto border = boost::make_shared<BorderLayout>();
+    lines.object(node, border.get());
     Bindings bindings;
     bindings.add(*border, borderAttributes());
     static const Sequence::Rule rules[] = {
@@ -457,21 +513,27 @@ boost::shared_ptr<BorderLayout> readBorder(pugi::xml_node node) {
     for (pugi::xml_node child = bindings.read(node); child; child = child.next_sibling()) {
         switch (children.next(child)) {
         case 0:
+            lines.entry(child, border.get(), "");
             readLeaf(child, border->bottomLeft, pointAttributes());
             break;
         case 1:
+            lines.entry(child, border.get(), "");
             readLeaf(child, border->topRight, pointAttributes());
             break;
         case 2:
+            lines.entry(child, border.get(), border->coreRequiredBlocks.size());
             border->coreRequiredBlocks.push_back(readItem(child, "id"));
             break;
         case 3:
+            lines.entry(child, border.get(), border->sheet1RequiredBlocks.size());
             border->sheet1RequiredBlocks.push_back(readItem(child, "id"));
             break;
         case 4:
+            lines.entry(child, border.get(), border->secondLanguages.size());
             border->secondLanguages.push_back(readItem(child, "name"));
             break;
         case 5: {
+            lines.entry(child, border.get(), border->drawingSizes().size());
             DrawingSize size;
             readLeaf(child, size, drawingSizeAttributes());
             border->addDrawingSize(size);
@@ -500,7 +562,7 @@ struct Contents {
     DefinitionDocument::TranslationMap translations;
 };
 
-Contents readRoot(const pugi::xml_document& xml) {
+Contents readRoot(const pugi::xml_document& xml, const LineRecorder& lines) {
     const pugi::xml_node root = xml.document_element();
     if (!root) {
         throw ContentError{-1, "the file holds no XML element"};
@@ -529,13 +591,14 @@ Contents readRoot(const pugi::xml_document& xml) {
     for (pugi::xml_node child = bindings.read(root); child; child = child.next_sibling()) {
         switch (children.next(child)) {
         case 0:
-            contents.borders.push_back(readBorder(child));
+            contents.borders.push_back(readBorder(child, lines));
             break;
         case 1:
-            contents.blocks.push_back(readBlock(child));
+            contents.blocks.push_back(readBlock(child, lines));
             break;
         case 2: {
             const auto location = boost::make_shared<BlockLocation>();
+            lines.object(child, location.get());
             readLeaf(child, *location, locationAttributes());
             contents.locations.push_back(location);
             break;
@@ -547,6 +610,7 @@ Contents readRoot(const pugi::xml_document& xml) {
             entry.add("key", key);
             entry.add("text", text);
             noChildren(child, entry.read(child));
+            lines.entry(child, lines.document, key);
             if (!contents.translations.emplace(std::move(key), std::move(text)).second) {
                 fail(child, "the translation key is given twice");
             }
@@ -562,7 +626,9 @@ Contents readRoot(const pugi::xml_document& xml) {
 // Parses `buffer` in place. On failure `pristine` gives the unmodified bytes for the line.
 template <class Pristine>
 Contents parseInPlace(char* buffer, std::size_t size, const std::string& fileName,
-                      Pristine pristine) {
+                      Pristine pristine, SourceLines* sourceLines, const void* document) {
+    LineRecorder lines(sourceLines, buffer, size);
+    lines.document = document;
     pugi::xml_document xml;
     const pugi::xml_parse_result parsed =
         xml.load_buffer_inplace(buffer, size, pugi::parse_default, pugi::encoding_utf8);
@@ -571,7 +637,7 @@ Contents parseInPlace(char* buffer, std::size_t size, const std::string& fileNam
             throw ContentError{parsed.offset,
                                std::string("malformed XML: ") + parsed.description()};
         }
-        return readRoot(xml);
+        return readRoot(xml, lines);
     } catch (const ContentError& error) {
         const std::string original = pristine();
         throw DocumentError(fileName, lineOf(original.data(), original.size(), error.offset),
@@ -581,7 +647,7 @@ Contents parseInPlace(char* buffer, std::size_t size, const std::string& fileNam
 
 } // namespace
 
-boost::shared_ptr<DefinitionDocument> FordefReader::read(const fs::path& file) {
+boost::shared_ptr<DefinitionDocument> FordefReader::read(const fs::path& file, SourceLines* lines) {
     const std::string name = file.string();
     std::FILE* in = std::fopen(name.c_str(), "rb");
     if (!in) {
@@ -608,8 +674,9 @@ boost::shared_ptr<DefinitionDocument> FordefReader::read(const fs::path& file) {
         std::ifstream again(name, std::ios::binary);
         return std::string(std::istreambuf_iterator<char>(again), std::istreambuf_iterator<char>());
     };
-    Contents contents = parseInPlace(&buffer[0], buffer.size(), name, pristine);
     const auto document = boost::make_shared<DefinitionDocument>(name);
+    Contents contents =
+        parseInPlace(&buffer[0], buffer.size(), name, pristine, lines, document.get());
     document->m_borderLayouts = std::move(contents.borders);
     document->m_blockLayouts = std::move(contents.blocks);
     document->m_blockLocations = std::move(contents.locations);
@@ -618,11 +685,13 @@ boost::shared_ptr<DefinitionDocument> FordefReader::read(const fs::path& file) {
 }
 
 boost::shared_ptr<DefinitionDocument> FordefReader::parse(const char* data, std::size_t size,
-                                                          const std::string& fileName) {
+                                                          const std::string& fileName,
+                                                          SourceLines* lines) {
     std::string buffer(data, size);
     auto pristine = [data, size] { return std::string(data, size); };
-    Contents contents = parseInPlace(&buffer[0], buffer.size(), fileName, pristine);
     const auto document = boost::make_shared<DefinitionDocument>(fileName);
+    Contents contents =
+        parseInPlace(&buffer[0], buffer.size(), fileName, pristine, lines, document.get());
     document->m_borderLayouts = std::move(contents.borders);
     document->m_blockLayouts = std::move(contents.blocks);
     document->m_blockLocations = std::move(contents.locations);

@@ -167,3 +167,127 @@ TEST(FordefReader, ErrorInMemoryNamesTheGivenFileAndLine) {
                   "memory.fordef:3: missing attribute 'id' of element 'border'");
     }
 }
+
+namespace {
+
+// The line `number` (from 1) of `text` without its leading blanks.
+std::string lineOfText(const std::string& text, int number) {
+    std::size_t start = 0;
+    for (int i = 1; i < number && start != std::string::npos; ++i) {
+        start = text.find('\n', start);
+        start = start == std::string::npos ? start : start + 1;
+    }
+    if (number < 1 || start == std::string::npos) {
+        return "";
+    }
+    const std::string line = text.substr(start, text.find('\n', start) - start);
+    return line.substr(std::min(line.size(), line.find_first_not_of(' ')));
+}
+
+} // namespace
+
+TEST(FordefReader, GivesTheLineOfEveryElementWhenAsked) {
+    const auto original = ModelTest::makeFullDocument("");
+    const std::string xml = FordefWriter::toXml(*original);
+    SourceLines lines;
+    const auto document = FordefReader::parse(xml.data(), xml.size(), "memory", &lines);
+    auto startsWith = [&](int line, const std::string& element) {
+        return lineOfText(xml, line).rfind("<" + element + " ", 0) == 0;
+    };
+    int checked = 0;
+    auto expectElement = [&](int line, const std::string& element) {
+        ++checked;
+        EXPECT_TRUE(startsWith(line, element))
+            << element << " at line " << line << ": " << lineOfText(xml, line);
+    };
+    for (const auto& border : document->borderLayoutTypes(AllUnits)) {
+        expectElement(lines.of(border.get()), "border");
+        expectElement(lines.of(border.get(), "bottomLeft", ""), "bottomLeft");
+        expectElement(lines.of(border.get(), "topRight", ""), "topRight");
+        for (std::size_t i = 0; i < border->coreRequiredBlocks.size(); ++i) {
+            expectElement(lines.of(border.get(), "coreRequiredBlock", std::to_string(i)),
+                          "coreRequiredBlock");
+        }
+        for (std::size_t i = 0; i < border->sheet1RequiredBlocks.size(); ++i) {
+            expectElement(lines.of(border.get(), "sheet1RequiredBlock", std::to_string(i)),
+                          "sheet1RequiredBlock");
+        }
+        for (std::size_t i = 0; i < border->drawingSizes().size(); ++i) {
+            expectElement(lines.of(border.get(), "drawingSize", std::to_string(i)), "drawingSize");
+        }
+    }
+    for (const auto& block : document->blockLayouts(AllUnits)) {
+        expectElement(lines.of(block.get()), "block");
+        for (const auto& field : block->fields()) {
+            expectElement(lines.of(field.get()), "field");
+            for (std::size_t i = 0; i < field->choices().size(); ++i) {
+                expectElement(lines.of(field.get(), "choice", std::to_string(i)), "choice");
+            }
+        }
+        for (const auto& style : block->styles()) {
+            expectElement(lines.of(style.get()), "style");
+            for (const auto& placement : style->placements()) {
+                expectElement(lines.of(style.get(), "placement", placement.first), "placement");
+            }
+            for (const auto& column : style->tableColumns()) {
+                expectElement(lines.of(style.get(), "tableColumn",
+                                       column.first.first + '\n' + column.first.second),
+                              "tableColumn");
+            }
+        }
+        for (const auto& rowType : block->getTable().rowTypes()) {
+            expectElement(lines.of(rowType.get()), "rowType");
+            for (const auto& field : rowType->fields()) {
+                expectElement(lines.of(field.get()), "field");
+            }
+            for (std::size_t i = 0; i < rowType->dialogListFields().size(); ++i) {
+                expectElement(lines.of(rowType.get(), "dialogField", std::to_string(i)),
+                              "dialogField");
+            }
+        }
+        for (const auto& symbol : block->symbolTypes()) {
+            expectElement(lines.of(symbol.get()), "symbolType");
+            for (std::size_t i = 0; i < symbol->line1FieldIds.size(); ++i) {
+                expectElement(lines.of(symbol.get(), "line1Field", std::to_string(i)),
+                              "line1Field");
+            }
+        }
+    }
+    for (const auto& location : document->allBlockLocations()) {
+        expectElement(lines.of(location.get()), "location");
+    }
+    for (const auto& translation : document->translations()) {
+        expectElement(lines.of(document.get(), "translation", translation.first), "translation");
+    }
+    EXPECT_GT(checked, 40);
+}
+
+TEST(FordefReader, ElementLinesCountTheLinesOfAttributesSpreadOverSeveralLines) {
+    const std::string xml = "<?xml version=\"1.0\"?>\n"
+                            "<fordef version=\"1\">\n"
+                            "  <location id=\"L\" blockId=\"B\" styleId=\"\"\n"
+                            "            associatedBlockId=\"\" dialogText=\"\" offsetX=\"\"\n"
+                            "            offsetY=\"\" attachCorner=\"0\" associatedCorner=\"0\"\n"
+                            "            overflowDirection=\"0\"/>\n"
+                            "\n"
+                            "  <location id=\"M\" blockId=\"B\" styleId=\"\" associatedBlockId=\"\""
+                            " dialogText=\"a&#10;b\" offsetX=\"\" offsetY=\"\" attachCorner=\"0\""
+                            " associatedCorner=\"0\" overflowDirection=\"0\"/>\n"
+                            "  <translation key=\"k\" text=\"\"/>\n"
+                            "</fordef>\n";
+    SourceLines lines;
+    const auto document = FordefReader::parse(xml.data(), xml.size(), "memory", &lines);
+    EXPECT_EQ(lines.of(document->getBlockLocation("B", 0).get()), 3);
+    EXPECT_EQ(lines.of(document->getBlockLocation("B", 1).get()), 8);
+    EXPECT_EQ(lines.of(document.get(), "translation", "k"), 9);
+    EXPECT_EQ(lines.of(document.get(), "translation", "other"), 0);
+}
+
+TEST(FordefReader, AskingForLinesReadsTheSameDocument) {
+    const auto original = ModelTest::makeFullDocument("");
+    const std::string xml = FordefWriter::toXml(*original);
+    SourceLines lines;
+    const auto withLines = FordefReader::parse(xml.data(), xml.size(), "memory", &lines);
+    EXPECT_TRUE(withLines->sameContents(*original));
+    EXPECT_EQ(FordefWriter::toXml(*withLines), xml);
+}
