@@ -251,12 +251,14 @@ PoCatalog readPoFile(const fs::path& file) {
         throw InputError(log.first);
     }
     PoCatalog catalog;
-    const char* header = po_file_domain_header(po.get(), nullptr);
-    catalog.language = headerField(header, "Language");
-    catalog.project = headerField(header, "Project-Id-Version");
-    if (!isUtf8Charset(headerField(header, "Content-Type"))) {
-        throw InputError(name + ": the catalog is not in UTF-8 (" +
-                         headerField(header, "Content-Type") + ")");
+    // The library hands out a copy of the header, which the caller frees.
+    const std::unique_ptr<char, void (*)(void*)> header(
+        const_cast<char*>(po_file_domain_header(po.get(), nullptr)), std::free);
+    catalog.language = headerField(header.get(), "Language");
+    catalog.project = headerField(header.get(), "Project-Id-Version");
+    const std::string contentType = headerField(header.get(), "Content-Type");
+    if (!isUtf8Charset(contentType)) {
+        throw InputError(name + ": the catalog is not in UTF-8 (" + contentType + ")");
     }
     const std::vector<int> starts = messageStartLines(readAll(file));
     std::vector<PoEntry> entries;

@@ -1,6 +1,9 @@
 #include "host_options.h"
 
+#include <QCommandLineOption>
+#include <QCommandLineParser>
 #include <QString>
+#include <QStringList>
 #include <QtGlobal>
 
 #include <cstdlib>
@@ -35,51 +38,85 @@ void quietPlatformNoise() {
 }
 
 HostOptions parseHostOptions(const std::vector<std::string>& arguments) {
-    HostOptions options;
-    for (std::size_t i = 0; i < arguments.size(); ++i) {
-        const std::string& arg = arguments[i];
-        auto value = [&]() -> std::string {
-            if (i + 1 >= arguments.size()) {
-                throw UsageError(arg + " needs a value");
-            }
-            const std::string& next = arguments[++i];
-            if (next.empty()) {
-                throw UsageError(arg + " needs a non-empty value");
-            }
-            return next;
-        };
-        if (arg == "--site") {
-            options.site = value();
-        } else if (arg == "--configuration") {
-            options.configuration = value();
-        } else if (arg == "--search-path") {
-            options.searchPath = value();
-        } else if (arg == "--library") {
-            options.library = value();
-        } else if (arg == "--replay") {
-            options.replay = value();
-        } else if (arg == "--record") {
-            options.record = value();
-        } else if (arg == "--screenshots") {
-            options.screenshots = value();
-        } else if (arg == "--offscreen") {
-            options.offscreen = true;
-        } else if (arg == "--pause") {
-            const std::string text = value();
-            char* end = nullptr;
-            const long ms = std::strtol(text.c_str(), &end, 10);
-            if (*end != '\0' || ms < 0 || ms > 60000) {
-                throw UsageError("--pause needs milliseconds from 0 to 60000, not \"" + text +
-                                 "\"");
-            }
-            options.pauseMs = static_cast<int>(ms);
-        } else if (arg == "--no-run") {
-            options.runAtStart = false;
-        } else if (arg == "--help" || arg == "-h") {
-            options.help = true;
-        } else {
-            throw UsageError("unknown argument \"" + arg + "\"");
+    QCommandLineParser parser;
+    parser.setSingleDashWordOptionMode(QCommandLineParser::ParseAsLongOptions);
+    const QCommandLineOption help({"h", "help"}, "Show the command line.");
+    const QCommandLineOption version("version", "Show the version.");
+    const QCommandLineOption site("site", "Installation directory.", "DIR");
+    const QCommandLineOption configuration("configuration", "Configuration.", "NAME");
+    const QCommandLineOption searchPath("search-path", "Further root directories.", "DIRS");
+    const QCommandLineOption library("library", "User-function library.", "FILE");
+    const QCommandLineOption replay("replay", "Journal to replay.", "JOURNAL");
+    const QCommandLineOption record("record", "Journal to write.", "JOURNAL");
+    const QCommandLineOption offscreen("offscreen", "Qt's offscreen platform.");
+    const QCommandLineOption screenshots("screenshots", "Folder for pictures.", "DIR");
+    const QCommandLineOption noRun("no-run", "Do not run the library at start.");
+    const QCommandLineOption pause("pause", "Time each replayed dialog stays.", "MS");
+    const QList<QCommandLineOption> valueOptions = {site,   configuration, searchPath,  library,
+                                                    replay, record,        screenshots, pause};
+    parser.addOptions({help, version, offscreen, noRun});
+    parser.addOptions(valueOptions);
+
+    QStringList list{"qorfmt-host"};
+    for (const std::string& argument : arguments) {
+        list << QString::fromStdString(argument);
+    }
+    if (!parser.parse(list)) {
+        const QStringList unknown = parser.unknownOptionNames();
+        if (!unknown.isEmpty()) {
+            const std::string name = unknown.first().toStdString();
+            throw UsageError(std::string("unknown argument \"") + (name.size() == 1 ? "-" : "--") +
+                             name + "\"");
         }
+        // The parser takes the next argument as an option's value, so a value is missing only
+        // after the last argument.
+        for (const QCommandLineOption& option : valueOptions) {
+            const std::string name = option.names().first().toStdString();
+            if (!arguments.empty() &&
+                (arguments.back() == "--" + name || arguments.back() == "-" + name)) {
+                throw UsageError(arguments.back() + " needs a value");
+            }
+        }
+        throw UsageError(parser.errorText().toStdString());
+    }
+    if (!parser.positionalArguments().isEmpty()) {
+        throw UsageError("unknown argument \"" +
+                         parser.positionalArguments().first().toStdString() + "\"");
+    }
+    for (const QCommandLineOption& option : valueOptions) {
+        for (const QString& value : parser.values(option)) {
+            if (value.isEmpty()) {
+                throw UsageError("--" + option.names().first().toStdString() +
+                                 " needs a non-empty value");
+            }
+        }
+    }
+
+    // As on most command lines, an option given twice takes its last value.
+    auto last = [&](const QCommandLineOption& option) {
+        return parser.values(option).isEmpty() ? std::string()
+                                               : parser.values(option).last().toStdString();
+    };
+    HostOptions options;
+    options.site = last(site);
+    options.configuration = last(configuration);
+    options.searchPath = last(searchPath);
+    options.library = last(library);
+    options.replay = last(replay);
+    options.record = last(record);
+    options.screenshots = last(screenshots);
+    options.offscreen = parser.isSet(offscreen);
+    options.runAtStart = !parser.isSet(noRun);
+    options.help = parser.isSet(help);
+    options.version = parser.isSet(version);
+    if (parser.isSet(pause)) {
+        const std::string text = last(pause);
+        char* end = nullptr;
+        const long ms = std::strtol(text.c_str(), &end, 10);
+        if (*end != '\0' || ms < 0 || ms > 60000) {
+            throw UsageError("--pause needs milliseconds from 0 to 60000, not \"" + text + "\"");
+        }
+        options.pauseMs = static_cast<int>(ms);
     }
     if (!options.replay.empty() && !options.record.empty()) {
         throw UsageError("--replay and --record cannot be used together");
@@ -96,10 +133,15 @@ void applyDefaults(HostOptions& options, const fs::path& executableDir) {
     }
 }
 
+std::string versionText() {
+    return std::string("qorfmt-host ") + QORFMT_VERSION + "\n";
+}
+
 std::string usageText() {
     return "usage: qorfmt-host [--site DIR] [--configuration NAME] [--search-path DIRS]\n"
            "                   [--library FILE] [--replay JOURNAL] [--record JOURNAL]\n"
            "                   [--offscreen] [--screenshots DIR] [--no-run] [--pause MS]\n"
+           "       qorfmt-host --help | --version\n"
            "\n"
            "  --site DIR           installation directory of the configurator\n"
            "                       (default: examples/site of the source tree)\n"
@@ -116,7 +158,9 @@ std::string usageText() {
            "  --screenshots DIR    save a PNG of every dialog and message box as it is shown\n"
            "  --no-run             do not run the library at start\n"
            "  --pause MS           with --replay on a display: keep each dialog, box and\n"
-           "                       picker on screen for MS milliseconds (default 0)\n";
+           "                       picker on screen for MS milliseconds (default 0)\n"
+           "  -h, --help           print this text\n"
+           "  --version            print the version\n";
 }
 
 bool displayAvailable() {

@@ -21,6 +21,7 @@ struct HostOptions {
     bool runAtStart = true;              ///< run the library once the window is up
     int pauseMs = 0; ///< with --replay: how long each dialog, box and picker stays on screen
     bool help = false;
+    bool version = false;
 };
 
 /// A command line that cannot be used; what() says why.
@@ -38,6 +39,8 @@ void applyDefaults(HostOptions& options, const boost::filesystem::path& executab
 
 /// The usage text printed for --help and after a usage error.
 std::string usageText();
+/// What --version prints.
+std::string versionText();
 
 /// Drops Qt's warnings that say nothing to a user here: the offscreen platform's about window
 /// features it lacks, and the missing XDG runtime directory. Call before the QApplication.

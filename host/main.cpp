@@ -48,6 +48,10 @@ int main(int argc, char** argv) {
         std::cout << usageText();
         return 0;
     }
+    if (options.version) {
+        std::cout << versionText();
+        return 0;
+    }
     quietPlatformNoise();
     if (options.offscreen) {
         qputenv("QT_QPA_PLATFORM", "offscreen");

@@ -3,6 +3,8 @@
 #include <nxsim/dlg.h>
 #include <nxsim/journal_runner.h>
 
+#include <CLI/CLI.hpp>
+
 #include <boost/filesystem/operations.hpp>
 
 #include <cstdlib>
@@ -12,10 +14,6 @@
 namespace fs = boost::filesystem;
 
 namespace {
-
-const char* const kUsage =
-    "usage: qorfmt-replay JOURNAL [--site DIR] [--configuration NAME] [--search-path DIRS]\n"
-    "                     [--library FILE]\n";
 
 fs::path executableDirectory() {
     boost::system::error_code ec;
@@ -29,41 +27,47 @@ int main(int argc, char** argv) {
     nxsim::ReplaySetup setup;
     setup.site = QORFMT_DEFAULT_SITE;
     setup.library = executableDirectory() / "libqorfmt_configure.so";
-    bool journalGiven = false;
-    for (int i = 1; i < argc; ++i) {
-        const std::string arg = argv[i];
-        auto value = [&](const char* option) -> std::string {
-            if (i + 1 >= argc) {
-                std::cerr << "qorfmt-replay: " << option << " needs a value\n" << kUsage;
-                std::exit(2);
-            }
-            return argv[++i];
-        };
-        if (arg == "--site") {
-            setup.site = value("--site");
-        } else if (arg == "--configuration") {
-            setup.configuration = value("--configuration");
-        } else if (arg == "--search-path") {
-            setup.searchPath = value("--search-path");
-        } else if (arg == "--library") {
-            setup.library = value("--library");
-        } else if (arg == "--help" || arg == "-h") {
-            std::cout << kUsage;
-            return 0;
-        } else if (!arg.empty() && arg[0] == '-') {
-            std::cerr << "qorfmt-replay: unknown option " << arg << "\n" << kUsage;
-            return 2;
-        } else if (journalGiven) {
-            std::cerr << "qorfmt-replay: more than one journal given\n" << kUsage;
-            return 2;
-        } else {
-            setup.journal = arg;
-            journalGiven = true;
-        }
-    }
-    if (!journalGiven) {
-        std::cerr << kUsage;
+    std::string journal;
+    std::string site;
+    std::string library;
+
+    CLI::App app("Replays a journal against a user-function library without any window. Exits 0 "
+                 "when the journal ran to its end with every expectation met, 1 with "
+                 "FILE:LINE: reason at the first failure, 2 on a usage or setup error.",
+                 "qorfmt-replay");
+    app.set_version_flag("--version", std::string("qorfmt-replay ") + QORFMT_VERSION);
+    app.add_option("JOURNAL", journal, "the journal to replay")->required()->type_name("JOURNAL");
+    CLI::Option* siteOption = app.add_option("--site", site,
+                                             "installation directory of the configurator (default: "
+                                             "examples/site of the source tree)")
+                                  ->type_name("DIR");
+    app.add_option("--configuration", setup.configuration,
+                   "configuration of the in-house configuration library")
+        ->type_name("NAME");
+    app.add_option("--search-path", setup.searchPath,
+                   "further root directories, separated by ':', each searched for format_defs/")
+        ->type_name("DIRS");
+    CLI::Option* libraryOption =
+        app.add_option("--library", library,
+                       "user-function library to replay against (default: libqorfmt_configure.so "
+                       "beside qorfmt-replay)")
+            ->type_name("FILE");
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::CallForHelp& e) {
+        return app.exit(e);
+    } catch (const CLI::CallForVersion& e) {
+        return app.exit(e);
+    } catch (const CLI::ParseError& e) {
+        std::cerr << "qorfmt-replay: " << e.what() << "\nRun with --help for more information.\n";
         return 2;
+    }
+    setup.journal = journal;
+    if (siteOption->count() > 0) {
+        setup.site = site;
+    }
+    if (libraryOption->count() > 0) {
+        setup.library = library;
     }
     boost::system::error_code ec;
     if (!fs::is_directory(setup.site, ec)) {

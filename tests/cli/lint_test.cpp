@@ -322,3 +322,13 @@ TEST_F(LintCommand, JsonFormatListsTheFindings) {
     EXPECT_EQ(m_out.str().rfind("[\n  {\"file\": ", 0), 0u) << m_out.str();
     EXPECT_NE(m_out.str().find("\"rule\": \"zone-count\"}\n]\n"), std::string::npos);
 }
+
+TEST_F(LintCommand, AConfigurationThatDoesNotExistIsAnInputError) {
+    LintOptions options;
+    options.site.site = (kExamples / "site").string();
+    options.site.configuration = "nowhere";
+    EXPECT_EQ(run(options), 2);
+    EXPECT_NE(m_err.str().find("configuration 'nowhere' not found"), std::string::npos)
+        << m_err.str();
+    EXPECT_EQ(m_out.str(), "");
+}

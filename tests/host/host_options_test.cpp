@@ -72,3 +72,33 @@ TEST(HostOptionsTest, DisplayIsAvailableOnlyWithAPlatformOrADisplay) {
     env.set("QT_QPA_PLATFORM", "offscreen");
     EXPECT_TRUE(QorfmtHost::displayAvailable());
 }
+
+TEST(HostOptionsTest, HelpAndVersionAreRead) {
+    EXPECT_TRUE(parseHostOptions({"--help"}).help);
+    EXPECT_TRUE(parseHostOptions({"-h"}).help);
+    EXPECT_TRUE(parseHostOptions({"--version"}).version);
+    EXPECT_FALSE(parseHostOptions({}).version);
+    EXPECT_EQ(QorfmtHost::versionText().rfind("qorfmt-host ", 0), 0u);
+    EXPECT_NE(QorfmtHost::usageText().find("--version"), std::string::npos);
+}
+
+TEST(HostOptionsTest, AValueMayFollowAnEqualsSign) {
+    const HostOptions o = parseHostOptions({"--site=/s", "--pause=20"});
+    EXPECT_EQ(o.site.string(), "/s");
+    EXPECT_EQ(o.pauseMs, 20);
+}
+
+TEST(HostOptionsTest, AnArgumentThatIsNoOptionIsAUsageError) {
+    try {
+        parseHostOptions({"--offscreen", "stray"});
+        FAIL();
+    } catch (const UsageError& e) {
+        EXPECT_STREQ(e.what(), "unknown argument \"stray\"");
+    }
+    try {
+        parseHostOptions({"--sight", "x"});
+        FAIL();
+    } catch (const UsageError& e) {
+        EXPECT_STREQ(e.what(), "unknown argument \"--sight\"");
+    }
+}

@@ -109,4 +109,20 @@ TEST(Replay, UsageErrorsExitWith2) {
     EXPECT_EQ(missing.output, "qorfmt-replay: /nonexistent/j.journal: cannot be read\n");
 }
 
+TEST(Replay, HelpAndVersionExitWith0) {
+    const ReplayRun help = replay("--help");
+    EXPECT_EQ(help.exitCode, 0) << help.output;
+    EXPECT_NE(help.output.find("JOURNAL"), std::string::npos) << help.output;
+    EXPECT_NE(help.output.find("--search-path DIRS"), std::string::npos) << help.output;
+    const ReplayRun version = replay("--version");
+    EXPECT_EQ(version.exitCode, 0);
+    EXPECT_EQ(version.output.rfind("qorfmt-replay ", 0), 0u) << version.output;
+}
+
+TEST(Replay, MoreThanOneJournalIsAUsageError) {
+    const ReplayRun r = replay("a.jnl b.jnl" + library());
+    EXPECT_EQ(r.exitCode, 2);
+    EXPECT_NE(r.output.find("b.jnl"), std::string::npos) << r.output;
+}
+
 } // namespace
