@@ -120,9 +120,9 @@ TEST(Replay, HelpAndVersionExitWith0) {
 }
 
 TEST(Replay, MoreThanOneJournalIsAUsageError) {
-    const ReplayRun r = replay("a.jnl b.jnl" + library());
+    const ReplayRun r = replay("a.journal b.journal" + library());
     EXPECT_EQ(r.exitCode, 2);
-    EXPECT_NE(r.output.find("b.jnl"), std::string::npos) << r.output;
+    EXPECT_NE(r.output.find("b.journal"), std::string::npos) << r.output;
 }
 
 } // namespace
