@@ -33,9 +33,8 @@ boost::shared_ptr<T> lookUp(const HashedKey& id, std::vector<boost::shared_ptr<T
     if (position < 0) {
         return boost::shared_ptr<T>();
     }
-    const boost::shared_ptr<T>& found = list[static_cast<std::size_t>(position)];
-    index.lend(found);
-    return found;
+    index.lend(static_cast<std::size_t>(position), list);
+    return list[static_cast<std::size_t>(position)];
 }
 
 } // namespace
@@ -95,7 +94,6 @@ void DefinitionDocument::save(const fs::path& file) {
 void DefinitionDocument::addBorderLayout(const boost::shared_ptr<BorderLayout>& layout) {
     m_borderLayouts.push_back(layout);
     m_borderIndex.appended(m_borderLayouts);
-    m_borderIndex.lend(layout);
     modified = true;
 }
 
@@ -111,7 +109,7 @@ void DefinitionDocument::deleteBorderLayout(const std::string& id) {
     const long position = m_borderIndex.find(HashedKey(id), m_borderLayouts);
     if (position >= 0) {
         m_borderLayouts.erase(m_borderLayouts.begin() + position);
-        m_borderIndex.invalidate();
+        m_borderIndex.erased(static_cast<std::size_t>(position));
         modified = true;
     }
 }
@@ -124,7 +122,6 @@ DefinitionDocument::borderLayoutTypes(FrameUnitsType units) const {
 void DefinitionDocument::addBlockLayout(const boost::shared_ptr<BlockLayout>& layout) {
     m_blockLayouts.push_back(layout);
     m_blockIndex.appended(m_blockLayouts);
-    m_blockIndex.lend(layout);
     modified = true;
 }
 
@@ -140,7 +137,7 @@ void DefinitionDocument::deleteBlockLayout(const std::string& id) {
     const long position = m_blockIndex.find(HashedKey(id), m_blockLayouts);
     if (position >= 0) {
         m_blockLayouts.erase(m_blockLayouts.begin() + position);
-        m_blockIndex.invalidate();
+        m_blockIndex.erased(static_cast<std::size_t>(position));
         modified = true;
     }
 }
@@ -153,7 +150,6 @@ DefinitionDocument::blockLayouts(FrameUnitsType units) const {
 void DefinitionDocument::addBlockLocation(const boost::shared_ptr<BlockLocation>& location) {
     m_blockLocations.push_back(location);
     m_locationIndex.appended(m_blockLocations);
-    m_locationIndex.lend(location);
     modified = true;
 }
 
@@ -163,10 +159,9 @@ boost::shared_ptr<BlockLocation> DefinitionDocument::getBlockLocation(const std:
     if (!positions || index < 0 || static_cast<std::size_t>(index) >= positions->size()) {
         return boost::shared_ptr<BlockLocation>();
     }
-    const boost::shared_ptr<BlockLocation>& found =
-        m_blockLocations[(*positions)[static_cast<std::size_t>(index)]];
-    m_locationIndex.lend(found);
-    return found;
+    const std::size_t position = (*positions)[static_cast<std::size_t>(index)];
+    m_locationIndex.lend(position, m_blockLocations);
+    return m_blockLocations[position];
 }
 
 boost::shared_ptr<BlockLocation>
@@ -183,8 +178,9 @@ void DefinitionDocument::deleteBlockLocation(const std::string& blockId, int ind
     const std::vector<std::size_t>* positions = m_locationIndex.group(blockId, m_blockLocations);
     const std::size_t at =
         ListUtil::checkedIndex(index, positions ? positions->size() : 0, "deleteBlockLocation");
-    m_blockLocations.erase(m_blockLocations.begin() + static_cast<long>((*positions)[at]));
-    m_locationIndex.invalidate();
+    const std::size_t position = (*positions)[at];
+    m_blockLocations.erase(m_blockLocations.begin() + static_cast<long>(position));
+    m_locationIndex.erased(position);
     modified = true;
 }
 
