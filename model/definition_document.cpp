@@ -52,7 +52,7 @@ std::string DefinitionDocument::blockLocationKey(const std::string& blockId,
 DefinitionDocument::DefinitionDocument(const std::string& filename) : m_filename(filename) {}
 
 DefinitionDocument::DefinitionDocument(const DefinitionDocument& other)
-    : modified(other.modified), m_filename(other.m_filename),
+    : modified(other.modified), m_filename(other.m_filename), m_fileState(other.m_fileState),
       m_borderLayouts(ListUtil::deepCopy(other.m_borderLayouts)),
       m_blockLayouts(ListUtil::deepCopy(other.m_blockLayouts)),
       m_blockLocations(ListUtil::deepCopy(other.m_blockLocations)),
@@ -82,11 +82,24 @@ void DefinitionDocument::save() {
     if (m_filename.empty()) {
         throw DocumentError("(untitled)", 0, "the document has no file name yet");
     }
-    save(m_filename);
+    write(m_filename, true);
 }
 
 void DefinitionDocument::save(const fs::path& file) {
-    FordefWriter::write(*this, file);
+    write(file, !m_filename.empty() && normalisedPath(file) == normalisedPath(m_filename));
+}
+
+void DefinitionDocument::write(const fs::path& file, bool ownFile) {
+    // Checked before writing, and again just before the new file replaces the old one, so that
+    // a change made while this save was writing is not replaced either.
+    const FileState known = ownFile ? m_fileState : FileState();
+    const auto refuseIfChanged = [&file, &known] {
+        if (changedOnDisk(file, known)) {
+            throw FileChangedError(file.string());
+        }
+    };
+    refuseIfChanged();
+    m_fileState = FordefWriter::write(*this, file, refuseIfChanged);
     m_filename = file.string();
     modified = false;
 }
