@@ -20,12 +20,6 @@ namespace fs = boost::filesystem;
 
 namespace {
 
-fs::path savedDocument(const TestUtil::TempDir& dir, const std::string& name) {
-    const fs::path file = dir.path() / name;
-    ModelTest::makeSmallDocument("")->save(file);
-    return file;
-}
-
 // Another administrator, in a CAD session of their own, opens the file, changes it and saves.
 void changedBySomeoneElse(const fs::path& file, const std::string& description) {
     DefDocumentManagerImpl otherSession;
@@ -50,7 +44,7 @@ bool contains(const std::string& text, const std::string& part) {
 
 TEST(ChangedOnDisk, SaveOverAFileSomeoneElseChangedIsRefusedAndWritesNothing) {
     TestUtil::TempDir dir;
-    const fs::path file = savedDocument(dir, "plant.fordef");
+    const fs::path file = ModelTest::saveSmallDocument(dir.path(), "plant.fordef");
     DefDocumentManagerImpl manager;
     const auto mine = manager.getDocument(file);
     mine->getBlockLayout("TITLE")->description = "mine";
@@ -76,7 +70,7 @@ TEST(ChangedOnDisk, SaveOverAFileSomeoneElseChangedIsRefusedAndWritesNothing) {
 // After a refusal the user keeps the changes under another name, to compare the two files.
 TEST(ChangedOnDisk, RefusedDocumentCanBeSavedUnderAnotherName) {
     TestUtil::TempDir dir;
-    const fs::path file = savedDocument(dir, "plant.fordef");
+    const fs::path file = ModelTest::saveSmallDocument(dir.path(), "plant.fordef");
     DefDocumentManagerImpl manager;
     const auto mine = manager.getDocument(file);
     mine->getBlockLayout("TITLE")->description = "mine";
@@ -98,7 +92,7 @@ TEST(ChangedOnDisk, RefusedDocumentCanBeSavedUnderAnotherName) {
 
 TEST(ChangedOnDisk, DocumentNobodyElseTouchedSavesAgainAndAgain) {
     TestUtil::TempDir dir;
-    const fs::path file = savedDocument(dir, "plant.fordef");
+    const fs::path file = ModelTest::saveSmallDocument(dir.path(), "plant.fordef");
     DefDocumentManagerImpl manager;
     const auto mine = manager.getDocument(file);
     for (int i = 0; i < 3; ++i) {
@@ -113,7 +107,7 @@ TEST(ChangedOnDisk, DocumentNobodyElseTouchedSavesAgainAndAgain) {
 
 TEST(ChangedOnDisk, FileTouchedOrRewrittenWithTheSameBytesStillSaves) {
     TestUtil::TempDir dir;
-    const fs::path file = savedDocument(dir, "plant.fordef");
+    const fs::path file = ModelTest::saveSmallDocument(dir.path(), "plant.fordef");
     DefDocumentManagerImpl manager;
     const auto mine = manager.getDocument(file);
     // Someone copies the file back over itself, as a backup restore or a checkout would.
@@ -127,7 +121,7 @@ TEST(ChangedOnDisk, FileTouchedOrRewrittenWithTheSameBytesStillSaves) {
 
 TEST(ChangedOnDisk, FileRemovedBySomeoneElseIsWrittenAgain) {
     TestUtil::TempDir dir;
-    const fs::path file = savedDocument(dir, "plant.fordef");
+    const fs::path file = ModelTest::saveSmallDocument(dir.path(), "plant.fordef");
     DefDocumentManagerImpl manager;
     const auto mine = manager.getDocument(file);
     fs::remove(file);
@@ -137,7 +131,7 @@ TEST(ChangedOnDisk, FileRemovedBySomeoneElseIsWrittenAgain) {
 
 TEST(ChangedOnDisk, SaveAsToANewNameIsNotChecked) {
     TestUtil::TempDir dir;
-    const fs::path file = savedDocument(dir, "plant.fordef");
+    const fs::path file = ModelTest::saveSmallDocument(dir.path(), "plant.fordef");
     DefDocumentManagerImpl manager;
     const auto mine = manager.getDocument(file);
     changedBySomeoneElse(file, "theirs");
@@ -151,7 +145,7 @@ TEST(ChangedOnDisk, SaveAsToANewNameIsNotChecked) {
 // document it was copied from.
 TEST(ChangedOnDisk, CopyOfADocumentIsCheckedAgainstItsSourcesFile) {
     TestUtil::TempDir dir;
-    const fs::path file = savedDocument(dir, "plant.fordef");
+    const fs::path file = ModelTest::saveSmallDocument(dir.path(), "plant.fordef");
     DefDocumentManagerImpl manager;
     const auto copy = boost::make_shared<DefinitionDocument>(*manager.getDocument(file));
     changedBySomeoneElse(file, "theirs");
@@ -161,9 +155,12 @@ TEST(ChangedOnDisk, CopyOfADocumentIsCheckedAgainstItsSourcesFile) {
 TEST(ChangedOnDisk, SaveAllSavesTheOthersThenNamesEveryRefusedDocumentInOneMessage) {
     TestUtil::TempDir dir;
     DefDocumentManagerImpl manager;
-    const auto first = manager.getDocument(savedDocument(dir, "first.fordef"));
-    const auto untouched = manager.getDocument(savedDocument(dir, "untouched.fordef"));
-    const auto third = manager.getDocument(savedDocument(dir, "third.fordef"));
+    const auto first =
+        manager.getDocument(ModelTest::saveSmallDocument(dir.path(), "first.fordef"));
+    const auto untouched =
+        manager.getDocument(ModelTest::saveSmallDocument(dir.path(), "untouched.fordef"));
+    const auto third =
+        manager.getDocument(ModelTest::saveSmallDocument(dir.path(), "third.fordef"));
     for (const auto& document : {first, untouched, third}) {
         document->getBlockLayout("TITLE")->description = "mine";
         document->modified = true;
