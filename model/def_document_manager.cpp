@@ -13,25 +13,13 @@ namespace QorBorder {
 
 const char* const kNoTranslationFound = "No Translation Found.";
 
-namespace {
-
-// Two spellings of one file ("a/../b.fordef", relative or absolute) name the same document.
-fs::path normalised(const fs::path& file) {
-    boost::system::error_code ec;
-    fs::path absolute = fs::absolute(file);
-    const fs::path canonical = fs::weakly_canonical(absolute, ec);
-    return ec ? absolute.lexically_normal() : canonical;
-}
-
-} // namespace
-
 boost::shared_ptr<DefinitionDocument> DefDocumentManagerImpl::find(const fs::path& file) const {
     if (file.empty()) {
         return boost::shared_ptr<DefinitionDocument>();
     }
-    const fs::path wanted = normalised(file);
+    const fs::path wanted = normalisedPath(file);
     for (const boost::shared_ptr<DefinitionDocument>& document : m_documents) {
-        if (!document->filename().empty() && normalised(document->filename()) == wanted) {
+        if (!document->filename().empty() && normalisedPath(document->filename()) == wanted) {
             return document;
         }
     }
@@ -79,8 +67,7 @@ bool DefDocumentManagerImpl::isAnyModified() const {
 }
 
 void DefDocumentManagerImpl::saveAll() {
-    std::string failures;
-    std::string firstFile;
+    std::vector<DocumentError> failures;
     for (const boost::shared_ptr<DefinitionDocument>& document : m_documents) {
         if (!document->modified) {
             continue;
@@ -88,16 +75,11 @@ void DefDocumentManagerImpl::saveAll() {
         try {
             document->save();
         } catch (const DocumentError& error) {
-            if (firstFile.empty()) {
-                firstFile = error.file();
-                failures = error.reason();
-            } else {
-                failures += "; " + std::string(error.what());
-            }
+            failures.push_back(error);
         }
     }
-    if (!firstFile.empty()) {
-        throw DocumentError(firstFile, 0, failures);
+    if (!failures.empty()) {
+        throw DocumentsNotSavedError(failures);
     }
 }
 

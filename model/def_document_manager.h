@@ -37,8 +37,9 @@ public:
     boost::shared_ptr<DefinitionDocument> getDocument(const boost::filesystem::path& file);
     bool hasDocument(const boost::filesystem::path& file) const;
     bool isAnyModified() const;
-    /// Saves every registered document whose `modified` is set. A failure does not stop the
-    /// others; afterwards one DocumentError lists every document that could not be saved.
+    /// Saves every registered document whose `modified` is set. A failure, or a refusal because
+    /// someone else changed the file, does not stop the others; afterwards one
+    /// DocumentsNotSavedError names every document that was not saved, with its reason.
     void saveAll();
     std::vector<boost::shared_ptr<DefinitionDocument>> documents() const { return m_documents; }
 

@@ -33,9 +33,8 @@ boost::shared_ptr<T> lookUp(const HashedKey& id, std::vector<boost::shared_ptr<T
     if (position < 0) {
         return boost::shared_ptr<T>();
     }
-    const boost::shared_ptr<T>& found = list[static_cast<std::size_t>(position)];
-    index.lend(found);
-    return found;
+    index.lend(static_cast<std::size_t>(position), list);
+    return list[static_cast<std::size_t>(position)];
 }
 
 } // namespace
@@ -53,7 +52,7 @@ std::string DefinitionDocument::blockLocationKey(const std::string& blockId,
 DefinitionDocument::DefinitionDocument(const std::string& filename) : m_filename(filename) {}
 
 DefinitionDocument::DefinitionDocument(const DefinitionDocument& other)
-    : modified(other.modified), m_filename(other.m_filename),
+    : modified(other.modified), m_filename(other.m_filename), m_fileState(other.m_fileState),
       m_borderLayouts(ListUtil::deepCopy(other.m_borderLayouts)),
       m_blockLayouts(ListUtil::deepCopy(other.m_blockLayouts)),
       m_blockLocations(ListUtil::deepCopy(other.m_blockLocations)),
@@ -83,11 +82,24 @@ void DefinitionDocument::save() {
     if (m_filename.empty()) {
         throw DocumentError("(untitled)", 0, "the document has no file name yet");
     }
-    save(m_filename);
+    write(m_filename, true);
 }
 
 void DefinitionDocument::save(const fs::path& file) {
-    FordefWriter::write(*this, file);
+    write(file, !m_filename.empty() && normalisedPath(file) == normalisedPath(m_filename));
+}
+
+void DefinitionDocument::write(const fs::path& file, bool ownFile) {
+    // Checked before writing, and again just before the new file replaces the old one, so that
+    // a change made while this save was writing is not replaced either.
+    const FileState known = ownFile ? m_fileState : FileState();
+    const auto refuseIfChanged = [&file, &known] {
+        if (changedOnDisk(file, known)) {
+            throw FileChangedError(file.string());
+        }
+    };
+    refuseIfChanged();
+    m_fileState = FordefWriter::write(*this, file, refuseIfChanged);
     m_filename = file.string();
     modified = false;
 }
@@ -95,7 +107,6 @@ void DefinitionDocument::save(const fs::path& file) {
 void DefinitionDocument::addBorderLayout(const boost::shared_ptr<BorderLayout>& layout) {
     m_borderLayouts.push_back(layout);
     m_borderIndex.appended(m_borderLayouts);
-    m_borderIndex.lend(layout);
     modified = true;
 }
 
@@ -111,7 +122,7 @@ void DefinitionDocument::deleteBorderLayout(const std::string& id) {
     const long position = m_borderIndex.find(HashedKey(id), m_borderLayouts);
     if (position >= 0) {
         m_borderLayouts.erase(m_borderLayouts.begin() + position);
-        m_borderIndex.invalidate();
+        m_borderIndex.erased(static_cast<std::size_t>(position));
         modified = true;
     }
 }
@@ -124,7 +135,6 @@ DefinitionDocument::borderLayoutTypes(FrameUnitsType units) const {
 void DefinitionDocument::addBlockLayout(const boost::shared_ptr<BlockLayout>& layout) {
     m_blockLayouts.push_back(layout);
     m_blockIndex.appended(m_blockLayouts);
-    m_blockIndex.lend(layout);
     modified = true;
 }
 
@@ -140,7 +150,7 @@ void DefinitionDocument::deleteBlockLayout(const std::string& id) {
     const long position = m_blockIndex.find(HashedKey(id), m_blockLayouts);
     if (position >= 0) {
         m_blockLayouts.erase(m_blockLayouts.begin() + position);
-        m_blockIndex.invalidate();
+        m_blockIndex.erased(static_cast<std::size_t>(position));
         modified = true;
     }
 }
@@ -153,7 +163,6 @@ DefinitionDocument::blockLayouts(FrameUnitsType units) const {
 void DefinitionDocument::addBlockLocation(const boost::shared_ptr<BlockLocation>& location) {
     m_blockLocations.push_back(location);
     m_locationIndex.appended(m_blockLocations);
-    m_locationIndex.lend(location);
     modified = true;
 }
 
@@ -163,10 +172,9 @@ boost::shared_ptr<BlockLocation> DefinitionDocument::getBlockLocation(const std:
     if (!positions || index < 0 || static_cast<std::size_t>(index) >= positions->size()) {
         return boost::shared_ptr<BlockLocation>();
     }
-    const boost::shared_ptr<BlockLocation>& found =
-        m_blockLocations[(*positions)[static_cast<std::size_t>(index)]];
-    m_locationIndex.lend(found);
-    return found;
+    const std::size_t position = (*positions)[static_cast<std::size_t>(index)];
+    m_locationIndex.lend(position, m_blockLocations);
+    return m_blockLocations[position];
 }
 
 boost::shared_ptr<BlockLocation>
@@ -183,8 +191,9 @@ void DefinitionDocument::deleteBlockLocation(const std::string& blockId, int ind
     const std::vector<std::size_t>* positions = m_locationIndex.group(blockId, m_blockLocations);
     const std::size_t at =
         ListUtil::checkedIndex(index, positions ? positions->size() : 0, "deleteBlockLocation");
-    m_blockLocations.erase(m_blockLocations.begin() + static_cast<long>((*positions)[at]));
-    m_locationIndex.invalidate();
+    const std::size_t position = (*positions)[at];
+    m_blockLocations.erase(m_blockLocations.begin() + static_cast<long>(position));
+    m_locationIndex.erased(position);
     modified = true;
 }
 

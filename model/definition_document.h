@@ -3,6 +3,7 @@
 #include "model/block_layout.h"
 #include "model/block_location.h"
 #include "model/border_layout.h"
+#include "model/file_state.h"
 #include "model/frame_units_type.h"
 #include "model/lookup_index.h"
 
@@ -44,10 +45,12 @@ public:
     bool modified = false;
 
     /// Writes to filename() atomically and clears `modified`. Throws DocumentError (the file and
-    /// the reason) when the document has no file name or the file cannot be written; the old
-    /// file and `modified` are then as they were.
+    /// the reason) when the document has no file name or the file cannot be written, and
+    /// FileChangedError when someone else changed the file since this document read or last
+    /// saved it; the old file and `modified` are then as they were.
     void save();
-    /// The same to `file`, which becomes the document's file name on success.
+    /// The same to `file`, which becomes the document's file name on success. Only when `file`
+    /// is the document's own file is it checked for changes by someone else.
     void save(const boost::filesystem::path& file);
 
     /// Adds the layout itself (not a copy) at the end; an ID the document already holds is kept
@@ -122,7 +125,10 @@ private:
 
     friend class FordefReader;
 
+    void write(const boost::filesystem::path& file, bool ownFile);
+
     std::string m_filename;
+    FileState m_fileState; ///< of the file read or last saved, to see changes by others
     std::vector<boost::shared_ptr<BorderLayout>> m_borderLayouts;
     std::vector<boost::shared_ptr<BlockLayout>> m_blockLayouts;
     std::vector<boost::shared_ptr<BlockLocation>> m_blockLocations;

@@ -670,6 +670,10 @@ boost::shared_ptr<DefinitionDocument> FordefReader::read(const fs::path& file, S
     if (failed) {
         throw DocumentError(name, 0, std::string("cannot read the file: ") + std::strerror(error));
     }
+    // What was read, to recognise a change by someone else when the document is saved.
+    ContentHash hash;
+    hash.update(buffer.data(), buffer.size());
+    const FileState state = fileStateOf(info, buffer.size(), hash.value());
     auto pristine = [&name] {
         std::ifstream again(name, std::ios::binary);
         return std::string(std::istreambuf_iterator<char>(again), std::istreambuf_iterator<char>());
@@ -681,6 +685,7 @@ boost::shared_ptr<DefinitionDocument> FordefReader::read(const fs::path& file, S
     document->m_blockLayouts = std::move(contents.blocks);
     document->m_blockLocations = std::move(contents.locations);
     document->m_translations = std::move(contents.translations);
+    document->m_fileState = state;
     return document;
 }
 

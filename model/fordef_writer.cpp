@@ -1,22 +1,13 @@
 #include "model/fordef_writer.h"
 
-#include "model/document_error.h"
 #include "model/fordef_format.h"
 
-#include <boost/filesystem/operations.hpp>
-
-#include <cerrno>
 #include <cstring>
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
 #include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
-#include <fstream>
-#include <functional>
 #include <memory>
 #include <vector>
 
@@ -364,24 +355,6 @@ void writeBlock(XmlOut& out, const BlockLayout& block) {
     out.end();
 }
 
-std::string errnoText(int error) {
-    return std::strerror(error);
-}
-
-// The process's umask, read without changing it (umask() can only be read by setting it).
-mode_t currentUmask() {
-    std::ifstream status("/proc/self/status");
-    std::string line;
-    while (std::getline(status, line)) {
-        if (line.compare(0, 6, "Umask:") == 0) {
-            return static_cast<mode_t>(std::stoul(line.substr(6), nullptr, 8));
-        }
-    }
-    const mode_t mask = ::umask(022);
-    ::umask(mask);
-    return mask;
-}
-
 void writeDocument(XmlOut& out, const DefinitionDocument& document) {
     out.text("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n");
     out.start(kRootElement);
@@ -415,113 +388,15 @@ std::string FordefWriter::toXml(const DefinitionDocument& document) {
     return out.take();
 }
 
-void FordefWriter::write(const DefinitionDocument& document, const fs::path& file) {
-    replaceFileAtomically(file, [&document](const ChunkSink& sink) {
-        XmlOut out(sink);
-        writeDocument(out, document);
-    });
-}
-
-void replaceFileAtomically(const fs::path& file, const std::string& content) {
-    replaceFileAtomically(
-        file, [&content](const ChunkSink& sink) { sink(content.data(), content.size()); });
-}
-
-void replaceFileAtomically(const fs::path& file,
-                           const std::function<void(const ChunkSink&)>& produce) {
-    const std::string name = file.string();
-    if (name.empty()) {
-        throw DocumentError(name, 0, "the document has no file name");
-    }
-    fs::path target = file;
-    boost::system::error_code ec;
-    if (fs::is_symlink(target, ec)) {
-        // Replace the file the link points to, not the link.
-        const fs::path resolved = fs::canonical(target, ec);
-        if (!ec) {
-            target = resolved;
-        }
-    }
-    if (fs::is_directory(target, ec)) {
-        throw DocumentError(name, 0, "cannot save: it is a folder");
-    }
-    struct stat existing {};
-    const bool exists = ::stat(target.c_str(), &existing) == 0;
-    if (exists && ::access(target.c_str(), W_OK) != 0) {
-        throw DocumentError(name, 0, "cannot save: the file is read-only");
-    }
-
-    fs::path folder = target.parent_path();
-    if (folder.empty()) {
-        folder = ".";
-    }
-    std::string temporary = (folder / ("." + target.filename().string() + ".XXXXXX")).string();
-    const int fd = ::mkstemp(&temporary[0]);
-    if (fd < 0) {
-        const int error = errno;
-        throw DocumentError(name, 0,
-                            "cannot create a file in the folder " + folder.string() + ": " +
-                                errnoText(error));
-    }
-    auto fail = [&](const std::string& what, int error) {
-        ::close(fd);
-        ::unlink(temporary.c_str());
-        throw DocumentError(name, 0, what + ": " + errnoText(error));
-    };
-    const mode_t mode = exists ? (existing.st_mode & 07777) : (0666 & ~currentUmask());
-    if (::fchmod(fd, mode) != 0) {
-        fail("cannot set the permissions of the new file", errno);
-    }
-    struct WriteFailure {
-        int error;
-    };
-    off_t offset = 0;
-    const ChunkSink sink = [fd, &offset](const char* data, std::size_t left) {
-        const off_t start = offset;
-        while (left > 0) {
-            const ssize_t written = ::write(fd, data, left);
-            if (written < 0) {
-                if (errno == EINTR) {
-                    continue;
-                }
-                throw WriteFailure{errno};
-            }
-            data += written;
-            left -= static_cast<std::size_t>(written);
-            offset += written;
-        }
-        // Start writing this piece to disk now, while the next one is generated, so that the
-        // final fsync has little left to wait for. A failure here shows again at the fsync.
-        ::sync_file_range(fd, start, offset - start, SYNC_FILE_RANGE_WRITE);
-    };
-    try {
-        produce(sink);
-    } catch (const WriteFailure& failure) {
-        fail("cannot write", failure.error);
-    } catch (...) {
-        ::close(fd);
-        ::unlink(temporary.c_str());
-        throw;
-    }
-    if (::fsync(fd) != 0) {
-        fail("cannot flush to disk", errno);
-    }
-    if (::close(fd) != 0) {
-        const int error = errno;
-        ::unlink(temporary.c_str());
-        throw DocumentError(name, 0, "cannot write: " + errnoText(error));
-    }
-    if (::rename(temporary.c_str(), target.c_str()) != 0) {
-        const int error = errno;
-        ::unlink(temporary.c_str());
-        throw DocumentError(name, 0, "cannot replace the file: " + errnoText(error));
-    }
-    // Make the rename itself durable.
-    const int dir = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY);
-    if (dir >= 0) {
-        ::fsync(dir);
-        ::close(dir);
-    }
+FileState FordefWriter::write(const DefinitionDocument& document, const fs::path& file,
+                              const CommitCheck& check) {
+    return replaceFileAtomically(
+        file,
+        [&document](const ChunkSink& sink) {
+            XmlOut out(sink);
+            writeDocument(out, document);
+        },
+        check);
 }
 
 } // namespace QorBorder

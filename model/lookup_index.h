@@ -1,7 +1,6 @@
 #pragma once
 
 #include <boost/shared_ptr.hpp>
-#include <boost/weak_ptr.hpp>
 
 #include <cstddef>
 #include <cstdint>
@@ -60,10 +59,15 @@ private:
 };
 
 /// A hash index from a key (an object's ID) to the position of the first object with that key
-/// in an owner's list. The objects are edited in place through the pointers the owner hands out,
-/// so a key can change behind the index's back: every object handed out for editing is "lent"
-/// and, while someone besides the owner still holds it, its key is compared at each lookup; a
-/// changed key rebuilds the index. So lookups stay exact and cost O(1) plus O(lent objects).
+/// in an owner's list. The objects are edited in place through the shared pointers the owner hands
+/// out (and through the one it was given), so a key can change behind the index's back. The index
+/// therefore watches every object handed out: at each lookup it compares the watched objects' keys
+/// with the keys it indexed them under and rebuilds itself when one differs. An object stays
+/// watched as long as any shared pointer to it exists besides the owner's own, since only through
+/// one can it still change; the comparison made after the last one is gone sees every change made
+/// through it. Watched objects are known by their position in the list, never by their address.
+/// So every answer equals a scan of the list, at the cost of one hash probe plus one key
+/// comparison per watched object.
 template <class T, class KeyOf>
 class LookupIndex {
 public:
@@ -79,7 +83,7 @@ public:
         return it == m_positions.end() ? -1 : static_cast<long>(it->second);
     }
 
-    /// Positions of all objects, grouped by key, in list order (built on demand).
+    /// Positions of all objects whose group key is `key`, in list order, or nullptr.
     const std::vector<std::size_t>* group(const std::string& key, const List& list) {
         refresh(list);
         if (!m_groupsValid) {
@@ -93,61 +97,72 @@ public:
         return it == m_groups.end() ? nullptr : &it->second;
     }
 
-    /// `object` (in the list) may now be changed by a holder other than the owner.
-    void lend(const boost::shared_ptr<T>& object) {
-        for (const Lent& lent : m_lent) {
-            if (lent.raw == object.get()) {
+    /// The object at `position` is being handed out: someone besides the owner may change it.
+    /// Call right after find() or group(), which brought the index up to date.
+    void lend(std::size_t position, const List& list) {
+        for (const Watched& watched : m_watched) {
+            if (watched.position == position) {
                 return;
             }
         }
-        m_lent.push_back({object.get(), object, KeyOf::key(*object), KeyOf::groupKey(*object)});
+        const T& object = *list[position];
+        m_watched.push_back({position, KeyOf::key(object), KeyOf::groupKey(object)});
     }
 
-    /// An object was appended to the list.
+    /// An object was appended to the list; its giver still holds it.
     void appended(const List& list) {
         if (m_valid) {
             insert(KeyOf::key(*list.back()), list.size() - 1);
         }
+        // Without a valid index the next lookup rebuilds it, and with it this snapshot.
+        lend(list.size() - 1, list);
         m_groupsValid = false;
     }
 
-    /// The list changed in any other way.
-    void invalidate() {
+    /// The object at `position` was erased from the list.
+    void erased(std::size_t position) {
+        for (std::size_t i = 0; i < m_watched.size();) {
+            if (m_watched[i].position == position) {
+                m_watched.erase(m_watched.begin() + static_cast<long>(i));
+                continue;
+            }
+            if (m_watched[i].position > position) {
+                --m_watched[i].position;
+            }
+            ++i;
+        }
         m_valid = false;
         m_groupsValid = false;
     }
 
 private:
-    struct Lent {
-        const T* raw;
-        boost::weak_ptr<T> object;
-        std::string key;
-        std::string groupKey;
+    struct Watched {
+        std::size_t position;
+        std::string key;      ///< the key the index holds for the object
+        std::string groupKey; ///< the group key the groups were built with
     };
 
     void refresh(const List& list) {
         if (m_valid) {
-            for (std::size_t i = 0; i < m_lent.size();) {
-                const boost::shared_ptr<T> object = m_lent[i].object.lock();
-                if (!object) {
-                    m_lent.erase(m_lent.begin() + static_cast<long>(i));
-                    continue;
-                }
-                if (KeyOf::key(*object) != m_lent[i].key ||
-                    KeyOf::groupKey(*object) != m_lent[i].groupKey) {
+            for (const Watched& watched : m_watched) {
+                const T& object = *list[watched.position];
+                if (KeyOf::key(object) != watched.key ||
+                    KeyOf::groupKey(object) != watched.groupKey) {
                     m_valid = false;
                     break;
                 }
-                // Held only by the owner and by `object` here: nobody else can change it now.
-                if (object.use_count() <= 2) {
-                    m_lent.erase(m_lent.begin() + static_cast<long>(i));
-                    continue;
-                }
-                ++i;
             }
         }
         if (!m_valid) {
             rebuild(list);
+        }
+        // Every watched key is current now; an object only the owner holds cannot change.
+        for (std::size_t i = 0; i < m_watched.size();) {
+            if (list[m_watched[i].position].use_count() == 1) {
+                m_watched.erase(m_watched.begin() + static_cast<long>(i));
+            } else {
+                ++i;
+            }
         }
     }
 
@@ -159,14 +174,11 @@ private:
         for (std::size_t i = 0; i < list.size(); ++i) {
             insert(KeyOf::key(*list[i]), i);
         }
-        std::vector<Lent> still;
-        for (const Lent& lent : m_lent) {
-            if (const boost::shared_ptr<T> object = lent.object.lock()) {
-                still.push_back(
-                    {lent.raw, lent.object, KeyOf::key(*object), KeyOf::groupKey(*object)});
-            }
+        for (Watched& watched : m_watched) {
+            const T& object = *list[watched.position];
+            watched.key = KeyOf::key(object);
+            watched.groupKey = KeyOf::groupKey(object);
         }
-        m_lent.swap(still);
         m_valid = true;
         m_groupsValid = false;
     }
@@ -185,7 +197,7 @@ private:
     std::deque<std::string> m_keys;
     HashFilter m_filter;
     std::unordered_map<std::string, std::vector<std::size_t>> m_groups;
-    std::vector<Lent> m_lent;
+    std::vector<Watched> m_watched;
     bool m_valid = false;
     bool m_groupsValid = false;
 };

@@ -52,6 +52,9 @@ const KindInfo& info(ItemKind kind) {
     return kKinds[0];
 }
 
+// How deep elements may be nested in a dialog; real dialogs stay below ten.
+const int kMaxDepth = 64;
+
 // Maps byte offsets of the buffer to 1-based line numbers.
 class LineIndex {
 public:
@@ -167,9 +170,14 @@ public:
         }
     }
 
-    DlgElement element(const pugi::xml_node& node, ItemKind parentKind) {
+    // `depth` counts the elements around this one; the tree is read, kept and laid out
+    // recursively, so a bound keeps a damaged file from exhausting the stack.
+    DlgElement element(const pugi::xml_node& node, ItemKind parentKind, int depth) {
         DlgElement e;
         e.line = lineOf(node);
+        if (depth >= kMaxDepth) {
+            fail(e.line, "elements are nested more than " + std::to_string(kMaxDepth) + " deep");
+        }
         const std::string tag = node.name();
         const KindInfo* found = nullptr;
         for (const KindInfo& k : kKinds) {
@@ -259,7 +267,7 @@ public:
                 checkAttributes(child, {});
                 e.entries.push_back(child.child_value());
             } else if (container) {
-                e.children.push_back(element(child, e.kind));
+                e.children.push_back(element(child, e.kind, depth + 1));
             } else {
                 fail(lineOf(child), "<" + childTag + "> is not allowed inside <" + tag + ">");
             }
@@ -321,7 +329,7 @@ public:
         }
         for (pugi::xml_node child = root.first_child(); child; child = child.next_sibling()) {
             if (child.type() == pugi::node_element) {
-                layout.elements.push_back(element(child, ItemKind::Dialog));
+                layout.elements.push_back(element(child, ItemKind::Dialog, 0));
             } else if (child.type() == pugi::node_pcdata &&
                        std::string(child.value()).find_first_not_of(" \t\r\n") !=
                            std::string::npos) {

@@ -543,10 +543,15 @@ std::string formatStep(const JournalStep& s) {
     }
     case StepKind::ExpectSelected:
         return "expect selected " + item + " " + std::to_string(s.number);
-    case StepKind::ExpectSensitive:
-        return "expect sensitive " + item +
-               (s.entry >= 0 ? "[" + std::to_string(s.entry) + "]" : std::string()) +
-               (s.flag ? " yes" : " no");
+    case StepKind::ExpectSensitive: {
+        // ITEM[N] is one word: a name that needs quotes is quoted together with its entry.
+        std::string target = item;
+        if (s.entry >= 0) {
+            const std::string entry = "[" + std::to_string(s.entry) + "]";
+            target = needsQuotes(s.item) ? quoteJournalText(s.item + entry) : s.item + entry;
+        }
+        return "expect sensitive " + target + (s.flag ? " yes" : " no");
+    }
     case StepKind::ExpectVisible:
         return "expect visible " + item + (s.flag ? " yes" : " no");
     case StepKind::ExpectFocus:

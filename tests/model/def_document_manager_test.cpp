@@ -16,17 +16,6 @@
 using namespace QorBorder;
 namespace fs = boost::filesystem;
 
-namespace {
-
-// A saved small document at dir/name.
-fs::path savedDocument(const TestUtil::TempDir& dir, const std::string& name) {
-    const fs::path file = dir.path() / name;
-    ModelTest::makeSmallDocument("")->save(file);
-    return file;
-}
-
-} // namespace
-
 TEST(DefDocumentManager, IsOneObjectForTheProcess) {
     EXPECT_EQ(&DefDocumentManager(), &DefDocumentManager());
 }
@@ -38,7 +27,7 @@ TEST(DefDocumentManager, InfoLogIsTheLibrarysNamedLogger) {
 
 TEST(DefDocumentManager, GetDocumentTwiceReturnsTheSameObject) {
     TestUtil::TempDir dir;
-    const fs::path file = savedDocument(dir, "a.fordef");
+    const fs::path file = ModelTest::saveSmallDocument(dir.path(), "a.fordef");
     DefDocumentManagerImpl manager;
     const auto first = manager.getDocument(file);
     const auto second = manager.getDocument(file);
@@ -50,7 +39,7 @@ TEST(DefDocumentManager, GetDocumentTwiceReturnsTheSameObject) {
 
 TEST(DefDocumentManager, OtherSpellingsOfAPathNameTheSameDocument) {
     TestUtil::TempDir dir;
-    const fs::path file = savedDocument(dir, "a.fordef");
+    const fs::path file = ModelTest::saveSmallDocument(dir.path(), "a.fordef");
     dir.mkdir("sub");
     DefDocumentManagerImpl manager;
     const auto document = manager.getDocument(file);
@@ -60,7 +49,7 @@ TEST(DefDocumentManager, OtherSpellingsOfAPathNameTheSameDocument) {
 
 TEST(DefDocumentManager, GetDocumentReadsAndRegistersTheFile) {
     TestUtil::TempDir dir;
-    const fs::path file = savedDocument(dir, "a.fordef");
+    const fs::path file = ModelTest::saveSmallDocument(dir.path(), "a.fordef");
     DefDocumentManagerImpl manager;
     EXPECT_FALSE(manager.hasDocument(file));
     const auto document = manager.getDocument(file);
@@ -110,7 +99,7 @@ TEST(DefDocumentManager, AddDocumentRefusesUntitledAndSecondDocumentForAFile) {
     TestUtil::TempDir dir;
     DefDocumentManagerImpl manager;
     EXPECT_THROW(manager.addDocument(boost::make_shared<DefinitionDocument>("")), DocumentError);
-    const fs::path file = savedDocument(dir, "a.fordef");
+    const fs::path file = ModelTest::saveSmallDocument(dir.path(), "a.fordef");
     manager.getDocument(file);
     EXPECT_THROW(manager.addDocument(boost::make_shared<DefinitionDocument>(file.string())),
                  DocumentError);
@@ -120,7 +109,7 @@ TEST(DefDocumentManager, AddDocumentRefusesUntitledAndSecondDocumentForAFile) {
 TEST(DefDocumentManager, SaveAsFlowKeepsThePreviousDocumentUnchanged) {
     TestUtil::TempDir dir;
     DefDocumentManagerImpl manager;
-    const auto original = manager.getDocument(savedDocument(dir, "a.fordef"));
+    const auto original = manager.getDocument(ModelTest::saveSmallDocument(dir.path(), "a.fordef"));
     original->getBlockLayout("TITLE")->description = "edited";
     original->modified = true;
     // Save as onto the document's own name is refused by the caller through hasDocument.
@@ -140,8 +129,8 @@ TEST(DefDocumentManager, SaveAsFlowKeepsThePreviousDocumentUnchanged) {
 TEST(DefDocumentManager, IsAnyModifiedIsFalseRightAfterSaveAll) {
     TestUtil::TempDir dir;
     DefDocumentManagerImpl manager;
-    const auto a = manager.getDocument(savedDocument(dir, "a.fordef"));
-    const auto b = manager.getDocument(savedDocument(dir, "b.fordef"));
+    const auto a = manager.getDocument(ModelTest::saveSmallDocument(dir.path(), "a.fordef"));
+    const auto b = manager.getDocument(ModelTest::saveSmallDocument(dir.path(), "b.fordef"));
     EXPECT_FALSE(manager.isAnyModified());
     a->addBorderLayout(boost::make_shared<BorderLayout>());
     EXPECT_TRUE(manager.isAnyModified());
@@ -162,9 +151,10 @@ TEST(DefDocumentManager, UntitledModifiedDocumentDoesNotCountAsModified) {
 TEST(DefDocumentManager, SaveAllSavesTheOthersWhenOneFailsAndNamesIt) {
     TestUtil::TempDir dir;
     DefDocumentManagerImpl manager;
-    const auto good = manager.getDocument(savedDocument(dir, "good.fordef"));
+    const auto good = manager.getDocument(ModelTest::saveSmallDocument(dir.path(), "good.fordef"));
     const fs::path doomedFolder = dir.mkdir("doomed");
-    const auto doomed = manager.getDocument(savedDocument(dir, "doomed/bad.fordef"));
+    const auto doomed =
+        manager.getDocument(ModelTest::saveSmallDocument(dir.path(), "doomed/bad.fordef"));
     fs::remove_all(doomedFolder);
     good->modified = true;
     doomed->modified = true;
@@ -182,7 +172,7 @@ TEST(DefDocumentManager, SaveAllSavesTheOthersWhenOneFailsAndNamesIt) {
 TEST(DefDocumentManager, LookupsSearchEveryRegisteredDocument) {
     TestUtil::TempDir dir;
     DefDocumentManagerImpl manager;
-    const auto a = manager.getDocument(savedDocument(dir, "a.fordef"));
+    const auto a = manager.getDocument(ModelTest::saveSmallDocument(dir.path(), "a.fordef"));
     auto other = boost::make_shared<DefinitionDocument>("");
     auto border = boost::make_shared<BorderLayout>();
     border->id = "ONLY IN B";
@@ -227,7 +217,7 @@ TEST(DefDocumentManager, FieldTranslationOfUnknownCombinationIsTheExactText) {
 TEST(DefDocumentManager, LookupsStayCorrectAfterAnIdChangedInPlace) {
     TestUtil::TempDir dir;
     DefDocumentManagerImpl manager;
-    const auto a = manager.getDocument(savedDocument(dir, "a.fordef"));
+    const auto a = manager.getDocument(ModelTest::saveSmallDocument(dir.path(), "a.fordef"));
     ASSERT_TRUE(manager.getBlockLayout("TITLE"));
     const auto layout = manager.getBlockLayout("TITLE");
     layout->id = "TITLE 2";
@@ -244,7 +234,7 @@ TEST(DefDocumentManager, LookupsStayCorrectAfterAnIdChangedInPlace) {
 TEST(DefDocumentManager, DocumentsStayOpenAndModifiedUntilSaved) {
     TestUtil::TempDir dir;
     DefDocumentManagerImpl manager;
-    const fs::path file = savedDocument(dir, "a.fordef");
+    const fs::path file = ModelTest::saveSmallDocument(dir.path(), "a.fordef");
     manager.getDocument(file)->deleteBlockLayout("TITLE");
     // A later run in the same process finds the document as it was left.
     const auto again = manager.getDocument(file);

@@ -154,6 +154,32 @@ TEST(DefinitionDocument, LookupFollowsAnIdChangedThroughThePointerThatWasAdded) 
     EXPECT_FALSE(document.getBlockLayout("NEW"));
 }
 
+// Regression: the index once recognised the objects it followed by their address, so an object
+// built where a deleted one had lived was taken for it and never followed. Both objects are built
+// in the same storage here, so the address is reused in every build.
+TEST(DefinitionDocument, LookupFollowsAnObjectBuiltWhereADeletedOneLived) {
+    alignas(BlockLayout) static unsigned char storage[sizeof(BlockLayout)];
+    const auto inStorage = [](const std::string& id) {
+        boost::shared_ptr<BlockLayout> layout(new (storage) BlockLayout(),
+                                              [](BlockLayout* p) { p->~BlockLayout(); });
+        layout->id = id;
+        return layout;
+    };
+    DefinitionDocument document("");
+    document.addBlockLayout(block("OTHER"));
+    document.addBlockLayout(inStorage("OLD"));
+    auto held = document.getBlockLayout("OLD");
+    document.deleteBlockLayout("OLD");
+    EXPECT_FALSE(document.getBlockLayout("OLD"));
+    held.reset();
+
+    const auto fresh = inStorage("FRESH");
+    document.addBlockLayout(fresh);
+    fresh->id = "RENAMED";
+    EXPECT_EQ(document.getBlockLayout("RENAMED").get(), fresh.get());
+    EXPECT_FALSE(document.getBlockLayout("FRESH"));
+}
+
 TEST(DefinitionDocument, IdTakenOverByRenameIsFoundAtItsNewOwner) {
     DefinitionDocument document("");
     document.addBorderLayout(border("A"));

@@ -6,11 +6,17 @@
 #include "testutil/temp_dir.h"
 
 #include <boost/filesystem/operations.hpp>
+#include <boost/make_shared.hpp>
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <csignal>
+#include <cstring>
+#include <fstream>
 #include <functional>
+#include <sched.h>
+#include <sys/mount.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
@@ -73,10 +79,14 @@ std::string inChild(const std::function<std::string()>& check, bool dropRoot,
     return message;
 }
 
-// Saves a changed document over `file` and expects the failure to leave everything as it was.
-std::string expectFailedSave(const fs::path& file, const std::string& reasonPart) {
+// Saves a changed document (the full sample unless one is given) over `file` and expects the
+// failure to leave everything as it was.
+std::string expectFailedSave(const fs::path& file, const std::string& reasonPart,
+                             boost::shared_ptr<DefinitionDocument> document = nullptr) {
     const std::string before = TestUtil::readFile(file);
-    const auto document = ModelTest::makeFullDocument(file.string());
+    if (!document) {
+        document = ModelTest::makeFullDocument(file.string());
+    }
     document->modified = true;
     try {
         document->save();
@@ -102,6 +112,39 @@ std::string expectFailedSave(const fs::path& file, const std::string& reasonPart
         }
     }
     return "";
+}
+
+// Gives the calling process a mount namespace of its own whose mounts nobody else sees.
+bool ownMountNamespace() {
+    if (::unshare(CLONE_NEWNS) != 0) {
+        const uid_t uid = ::geteuid();
+        const gid_t gid = ::getegid();
+        if (::unshare(CLONE_NEWUSER | CLONE_NEWNS) != 0) {
+            return false;
+        }
+        // Be the same user inside, so that files can be made on the new file system.
+        const auto put = [](const char* file, const std::string& text) {
+            std::ofstream out(file);
+            out << text;
+            return static_cast<bool>(out.flush());
+        };
+        if (!put("/proc/self/setgroups", "deny") ||
+            !put("/proc/self/uid_map", std::to_string(uid) + " " + std::to_string(uid) + " 1") ||
+            !put("/proc/self/gid_map", std::to_string(gid) + " " + std::to_string(gid) + " 1")) {
+            return false;
+        }
+    }
+    return ::mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0;
+}
+
+// Names of the entries of `folder`, sorted.
+std::vector<std::string> entries(const fs::path& folder) {
+    std::vector<std::string> names;
+    for (fs::directory_iterator it(folder), end; it != end; ++it) {
+        names.push_back(it->path().filename().string());
+    }
+    std::sort(names.begin(), names.end());
+    return names;
 }
 
 } // namespace
@@ -134,12 +177,48 @@ TEST(FordefWriter, SaveIntoAReadOnlyFolderLeavesTheOldFileWhole) {
     EXPECT_EQ(inChild([&] { return expectFailedSave(file, "Permission denied"); }, true), "");
 }
 
-TEST(FordefWriter, SaveOnAFullDiskLeavesTheOldFileWhole) {
+TEST(FordefWriter, SaveBeyondTheFileSizeLimitLeavesTheOldFileWholeAndModifiedSet) {
     TestUtil::TempDir dir;
     const fs::path file = dir.path() / "a.fordef";
     ModelTest::makeSmallDocument("")->save(file);
     // The full document is far larger than 2000 bytes; its write fails half way.
-    EXPECT_EQ(inChild([&] { return expectFailedSave(file, "cannot write"); }, false, 2000), "");
+    EXPECT_EQ(inChild(
+                  [&] {
+                      return expectFailedSave(
+                          file, "cannot write: the file would exceed the largest size allowed");
+                  },
+                  false, 2000),
+              "");
+}
+
+// A file system of 128 KiB, in a mount namespace of the child's own (as root, or as an
+// unprivileged user in a user namespace). Skipped where neither is allowed.
+TEST(FordefWriter, SaveOnAFullDiskLeavesTheOldFileWholeAndModifiedSet) {
+    TestUtil::TempDir dir;
+    const fs::path folder = dir.mkdir("small");
+    const fs::path file = folder / "a.fordef";
+    const std::string result = inChild(
+        [&]() -> std::string {
+            if (!ownMountNamespace()) {
+                return "skip: no mount namespace of its own: " + std::string(strerror(errno));
+            }
+            if (::mount("qorfmt-test", folder.c_str(), "tmpfs", 0, "size=128k") != 0) {
+                return "skip: cannot mount a small file system: " + std::string(strerror(errno));
+            }
+            ModelTest::makeSmallDocument("")->save(file);
+            const auto large = boost::make_shared<DefinitionDocument>(file.string());
+            for (int copy = 0; copy < 20; ++copy) {
+                for (const auto& block : ModelTest::makeFullDocument("")->blockLayouts(AllUnits)) {
+                    large->addBlockLayout(boost::make_shared<BlockLayout>(*block));
+                }
+            }
+            return expectFailedSave(file, "cannot write: the disk is full", large);
+        },
+        false);
+    if (result.rfind("skip: ", 0) == 0) {
+        GTEST_SKIP() << result.substr(6);
+    }
+    EXPECT_EQ(result, "");
 }
 
 TEST(FordefWriter, SaveOverAReadOnlyFileIsRefused) {
@@ -197,4 +276,75 @@ TEST(FordefWriter, NewFileGetsThePermissionsTheUmaskAllows) {
     DefinitionDocument("").save(dir.path() / "new.fordef");
     ::umask(previous);
     EXPECT_EQ(fs::status(dir.path() / "new.fordef").permissions(), fs::perms(0640));
+}
+
+TEST(FordefWriter, NewFileHasNoNameInTheFolderWhileItIsWritten) {
+    TestUtil::TempDir dir;
+    const fs::path file = dir.path() / "a.fordef";
+    replaceFileAtomically(file, "old");
+    std::vector<std::string> whileWriting;
+    replaceFileAtomically(file, [&](const ChunkSink& sink) {
+        sink("new ", 4);
+        whileWriting = entries(dir.path());
+        sink("bytes", 5);
+    });
+    EXPECT_EQ(whileWriting, std::vector<std::string>{"a.fordef"});
+    EXPECT_EQ(TestUtil::readFile(file), "new bytes");
+    EXPECT_EQ(entries(dir.path()), std::vector<std::string>{"a.fordef"});
+}
+
+TEST(FordefWriter, RefusedReplacementLeavesTheOldFileAndNothingElse) {
+    for (const TemporaryFile temporary : {TemporaryFile::Unnamed, TemporaryFile::Named}) {
+        TestUtil::TempDir dir;
+        const fs::path file = dir.path() / "a.fordef";
+        replaceFileAtomically(file, "old");
+        const auto produce = [](const ChunkSink& sink) { sink("new", 3); };
+        const auto refuse = [] { throw std::runtime_error("refused"); };
+        EXPECT_THROW(replaceFileAtomically(file, produce, refuse, temporary), std::runtime_error);
+        EXPECT_EQ(TestUtil::readFile(file), "old");
+        EXPECT_EQ(entries(dir.path()), std::vector<std::string>{"a.fordef"});
+    }
+}
+
+// Where the file system has no unnamed files (O_TMPFILE), a hidden file beside the target takes
+// their place; it is renamed over the old file when complete and removed on every failure.
+TEST(FordefWriter, NamedTemporaryReplacesTheFileAndIsRemovedOnFailure) {
+    TestUtil::TempDir dir;
+    const fs::path file = dir.path() / "a.fordef";
+    replaceFileAtomically(file, "old");
+    std::vector<std::string> whileWriting;
+    const auto produce = [&](const ChunkSink& sink) {
+        sink("new", 3);
+        whileWriting = entries(dir.path());
+    };
+    replaceFileAtomically(file, produce, CommitCheck(), TemporaryFile::Named);
+    ASSERT_EQ(whileWriting.size(), 2u);
+    EXPECT_EQ(whileWriting[0].rfind(".a.fordef.", 0), 0u) << whileWriting[0];
+    EXPECT_EQ(TestUtil::readFile(file), "new");
+    EXPECT_EQ(entries(dir.path()), std::vector<std::string>{"a.fordef"});
+
+    const auto failing = [](const ChunkSink& sink) {
+        sink("partial", 7);
+        throw std::runtime_error("the producer failed");
+    };
+    EXPECT_THROW(replaceFileAtomically(file, failing, CommitCheck(), TemporaryFile::Named),
+                 std::runtime_error);
+    EXPECT_EQ(TestUtil::readFile(file), "new");
+    EXPECT_EQ(entries(dir.path()), std::vector<std::string>{"a.fordef"});
+}
+
+TEST(FordefWriter, ReplacementReportsTheSizeAndHashOfTheNewFile) {
+    TestUtil::TempDir dir;
+    const fs::path file = dir.path() / "a.fordef";
+    const FileState state = replaceFileAtomically(file, "some bytes");
+    ContentHash hash;
+    hash.update("some bytes", 10);
+    EXPECT_TRUE(state.known);
+    EXPECT_EQ(state.size, 10u);
+    EXPECT_EQ(state.hash, hash.value());
+    struct stat info {};
+    ASSERT_EQ(::stat(file.c_str(), &info), 0);
+    EXPECT_EQ(state.inode, static_cast<std::uint64_t>(info.st_ino));
+    EXPECT_EQ(state.modifiedNs,
+              static_cast<std::int64_t>(info.st_mtim.tv_sec) * 1000000000 + info.st_mtim.tv_nsec);
 }

@@ -256,4 +256,11 @@ boost::shared_ptr<DefinitionDocument> makeSmallDocument(const std::string& filen
     return document;
 }
 
+boost::filesystem::path saveSmallDocument(const boost::filesystem::path& folder,
+                                          const std::string& name) {
+    const boost::filesystem::path file = folder / name;
+    makeSmallDocument("")->save(file);
+    return file;
+}
+
 } // namespace ModelTest

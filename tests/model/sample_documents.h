@@ -2,6 +2,7 @@
 
 #include "model/definition_document.h"
 
+#include <boost/filesystem/path.hpp>
 #include <boost/shared_ptr.hpp>
 
 #include <string>
@@ -18,5 +19,9 @@ boost::shared_ptr<QorBorder::DefinitionDocument> makeFullDocument(const std::str
 
 /// A small, plain document: one border with one size, one block with one field and one style.
 boost::shared_ptr<QorBorder::DefinitionDocument> makeSmallDocument(const std::string& filename);
+
+/// The small document saved as `folder`/`name`; returns the file.
+boost::filesystem::path saveSmallDocument(const boost::filesystem::path& folder,
+                                          const std::string& name);
 
 } // namespace ModelTest

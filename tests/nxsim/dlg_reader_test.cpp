@@ -129,6 +129,35 @@ INSTANTIATE_TEST_SUITE_P(
                   "bad.dlg:1: attribute rows must be a number from 0 to 10000, not \"-1\""},
         Malformed{"", "bad.dlg:1: malformed XML: No document element found"}));
 
+// Found with the fuzz target: thousands of nested elements exhausted the stack of the recursive
+// reader.
+TEST(DlgReader, ElementsNestedTooDeepAreRefusedWithTheLine) {
+    std::string text = "<dialog format=\"1\">\n";
+    for (int i = 0; i < 5000; ++i) {
+        text += "<row>";
+    }
+    for (int i = 0; i < 5000; ++i) {
+        text += "</row>";
+    }
+    text += "</dialog>";
+    try {
+        nxsim::parseDialogLayout(text, "deep.dlg");
+        FAIL() << "no error";
+    } catch (const DlgError& e) {
+        EXPECT_EQ(std::string(e.what()), "deep.dlg:2: elements are nested more than 64 deep");
+    }
+    std::string deepest = "<dialog format=\"1\">";
+    for (int i = 0; i < 63; ++i) {
+        deepest += "<group>";
+    }
+    deepest += "<button name=\"B\"/>";
+    for (int i = 0; i < 63; ++i) {
+        deepest += "</group>";
+    }
+    deepest += "</dialog>";
+    EXPECT_NE(nxsim::parseDialogLayout(deepest, "ok.dlg").find("B"), nullptr);
+}
+
 TEST(DlgReader, UnreadableFileIsNamed) {
     EXPECT_THROW(
         {

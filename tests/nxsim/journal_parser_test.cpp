@@ -109,6 +109,28 @@ TEST(JournalParser, FormattingAndParsingAgainGivesTheSameSteps) {
     EXPECT_EQ(text.str().substr(0, 30), "run\n  dialog qorborder_config_");
 }
 
+// Found with the fuzz target: a quoted item name with an entry was written as "OPTION A"[2], which
+// does not read back.
+TEST(JournalParser, QuotedItemWithAnEntryIsWrittenAsOneQuotedWord) {
+    Journal j = nxsim::parseJournal("expect sensitive \"OPTION A[2]\" no\n"
+                                    "expect sensitive \"B#[3]\" yes\n",
+                                    "entries.jnl");
+    ASSERT_EQ(j.steps.size(), 2u);
+    EXPECT_EQ(j.steps[0].item, "OPTION A");
+    EXPECT_EQ(j.steps[0].entry, 2);
+    EXPECT_EQ(nxsim::formatStep(j.steps[0]), "expect sensitive \"OPTION A[2]\" no");
+    EXPECT_EQ(nxsim::formatStep(j.steps[1]), "expect sensitive \"B#[3]\" yes");
+    for (const JournalStep& step : j.steps) {
+        Journal again = nxsim::parseJournal(nxsim::formatStep(step), "again.jnl");
+        ASSERT_EQ(again.steps.size(), 1u);
+        EXPECT_EQ(again.steps[0].item, step.item);
+        EXPECT_EQ(again.steps[0].entry, step.entry);
+        EXPECT_EQ(again.steps[0].flag, step.flag);
+    }
+    EXPECT_EQ(nxsim::formatStep(nxsim::parseJournal("expect sensitive TYPE[3] no", "t").steps[0]),
+              "expect sensitive TYPE[3] no");
+}
+
 TEST(JournalParser, BuilderProducesTheStepsAJournalFileGives) {
     nxsim::JournalBuilder b("built");
     b.run()

@@ -1,0 +1,286 @@
+#include "model/file_replace.h"
+
+#include "model/document_error.h"
+
+#include <boost/filesystem/operations.hpp>
+
+#include <cerrno>
+#include <csignal>
+#include <cstdio>
+#include <cstring>
+#include <fcntl.h>
+#include <pthread.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <fstream>
+#include <random>
+
+namespace fs = boost::filesystem;
+
+namespace QorBorder {
+
+namespace {
+
+std::string errnoText(int error) {
+    return std::strerror(error);
+}
+
+// A failed write in the words a user understands, followed by the system's.
+std::string writeFailure(int error) {
+    switch (error) {
+    case ENOSPC:
+        return "the disk is full (" + errnoText(error) + ")";
+    case EDQUOT:
+        return "the disk quota is used up (" + errnoText(error) + ")";
+    case EFBIG:
+        return "the file would exceed the largest size allowed (" + errnoText(error) + ")";
+    default:
+        return errnoText(error);
+    }
+}
+
+// The process's umask, read without changing it (umask() can only be read by setting it).
+mode_t currentUmask() {
+    std::ifstream status("/proc/self/status");
+    std::string line;
+    while (std::getline(status, line)) {
+        if (line.compare(0, 6, "Umask:") == 0) {
+            return static_cast<mode_t>(std::stoul(line.substr(6), nullptr, 8));
+        }
+    }
+    const mode_t mask = ::umask(022);
+    ::umask(mask);
+    return mask;
+}
+
+std::string temporaryName(const std::string& leaf) {
+    static const char letters[] = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789";
+    std::random_device random;
+    std::string name = "." + leaf + ".";
+    for (int i = 0; i < 8; ++i) {
+        name += letters[random() % (sizeof letters - 1)];
+    }
+    return name;
+}
+
+// The new file while it is written. Unless committed, it leaves nothing behind: an unnamed file
+// vanishes with its descriptor, a named one is removed.
+struct NewFile {
+    int folder = -1;
+    int fd = -1;
+    std::string named; ///< the temporary's name in the folder; empty while unnamed
+    bool committed = false;
+
+    ~NewFile() {
+        if (fd >= 0) {
+            ::close(fd);
+        }
+        if (!named.empty() && !committed) {
+            ::unlinkat(folder, named.c_str(), 0);
+        }
+        if (folder >= 0) {
+            ::close(folder);
+        }
+    }
+};
+
+// Links the unnamed file `fd` into `folder` as `temporary` and renames that over `leaf`; on a
+// failed rename the link goes again. Only system calls, so that it can run in a vforked child.
+// Returns 0 or the error number.
+int linkAndRename(int fd, int folder, const char* procPath, const char* temporary,
+                  const char* leaf) {
+    if (::linkat(fd, "", folder, temporary, AT_EMPTY_PATH) != 0) {
+        if (errno == EEXIST) {
+            return EEXIST;
+        }
+        // Kernels that keep AT_EMPTY_PATH for privileged callers take the /proc link.
+        if (::linkat(AT_FDCWD, procPath, folder, temporary, AT_SYMLINK_FOLLOW) != 0) {
+            return errno;
+        }
+    }
+    if (::renameat(folder, temporary, folder, leaf) != 0) {
+        const int error = errno;
+        ::unlinkat(folder, temporary, 0);
+        return error;
+    }
+    return 0;
+}
+
+// Link and rename are two steps; between them the temporary name exists. Run by a vforked child,
+// they finish even when this process is killed between them, so a killed save never leaves that
+// name behind. The parent waits for the child (vfork suspends it meanwhile); signals stay
+// blocked in the child, which shares the parent's memory. Without a child (vfork failed) the
+// steps run here. Returns 0 or the error number, -1 when the child did not get to the end.
+int commitOutlivingThisProcess(int fd, int folder, const char* procPath, const char* temporary,
+                               const char* leaf) {
+    sigset_t all;
+    sigset_t previous;
+    ::sigfillset(&all);
+    ::pthread_sigmask(SIG_SETMASK, &all, &previous);
+    volatile int result = -1;
+    const pid_t child = ::vfork();
+    if (child == 0) {
+        result = linkAndRename(fd, folder, procPath, temporary, leaf);
+        ::_exit(0);
+    }
+    ::pthread_sigmask(SIG_SETMASK, &previous, nullptr);
+    if (child < 0) {
+        return linkAndRename(fd, folder, procPath, temporary, leaf);
+    }
+    int status = 0;
+    while (::waitpid(child, &status, 0) < 0 && errno == EINTR) {
+    }
+    return result;
+}
+
+bool sameFile(const struct stat& a, const struct stat& b) {
+    return a.st_dev == b.st_dev && a.st_ino == b.st_ino;
+}
+
+} // namespace
+
+FileState replaceFileAtomically(const fs::path& file, const std::string& content) {
+    return replaceFileAtomically(
+        file, [&content](const ChunkSink& sink) { sink(content.data(), content.size()); });
+}
+
+FileState replaceFileAtomically(const fs::path& file, const ContentProducer& produce,
+                                const CommitCheck& check, TemporaryFile temporary) {
+    const std::string name = file.string();
+    if (name.empty()) {
+        throw DocumentError(name, 0, "the document has no file name");
+    }
+    fs::path target = file;
+    boost::system::error_code ec;
+    if (fs::is_symlink(target, ec)) {
+        // Replace the file the link points to, not the link.
+        const fs::path resolved = fs::canonical(target, ec);
+        if (!ec) {
+            target = resolved;
+        }
+    }
+    if (fs::is_directory(target, ec)) {
+        throw DocumentError(name, 0, "cannot save: it is a folder");
+    }
+    struct stat existing {};
+    const bool exists = ::stat(target.c_str(), &existing) == 0;
+    if (exists && ::access(target.c_str(), W_OK) != 0) {
+        throw DocumentError(name, 0, "cannot save: the file is read-only");
+    }
+    fs::path folderName = target.parent_path();
+    if (folderName.empty()) {
+        folderName = ".";
+    }
+    const std::string leaf = target.filename().string();
+    auto fail = [&name](const std::string& what, int error) {
+        throw DocumentError(name, 0, what + ": " + errnoText(error));
+    };
+    auto cannotCreate = [&](int error) {
+        fail("cannot create a file in the folder " + folderName.string(), error);
+    };
+
+    NewFile out;
+    out.folder = ::open(folderName.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (out.folder < 0) {
+        cannotCreate(errno);
+    }
+    if (temporary == TemporaryFile::Unnamed) {
+        out.fd = ::openat(out.folder, ".", O_TMPFILE | O_WRONLY | O_CLOEXEC, 0666);
+        // EISDIR: a kernel without O_TMPFILE; EOPNOTSUPP: a file system without it.
+        if (out.fd < 0 && errno != EISDIR && errno != EOPNOTSUPP && errno != EINVAL) {
+            cannotCreate(errno);
+        }
+    }
+    if (out.fd < 0) {
+        for (int attempt = 0; attempt < 100 && out.fd < 0; ++attempt) {
+            out.named = temporaryName(leaf);
+            out.fd = ::openat(out.folder, out.named.c_str(),
+                              O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
+            if (out.fd < 0 && errno != EEXIST) {
+                out.named.clear();
+                cannotCreate(errno);
+            }
+        }
+        if (out.fd < 0) {
+            out.named.clear();
+            cannotCreate(EEXIST);
+        }
+    }
+    const mode_t mode = exists ? (existing.st_mode & 07777) : (0666 & ~currentUmask());
+    if (::fchmod(out.fd, mode) != 0) {
+        fail("cannot set the permissions of the new file", errno);
+    }
+
+    struct WriteFailure {
+        int error;
+    };
+    ContentHash hash;
+    off_t offset = 0;
+    const int fd = out.fd;
+    const ChunkSink sink = [fd, &offset, &hash](const char* data, std::size_t left) {
+        hash.update(data, left);
+        const off_t start = offset;
+        while (left > 0) {
+            const ssize_t written = ::write(fd, data, left);
+            if (written < 0) {
+                if (errno == EINTR) {
+                    continue;
+                }
+                throw WriteFailure{errno};
+            }
+            data += written;
+            left -= static_cast<std::size_t>(written);
+            offset += written;
+        }
+        // Start writing this piece to disk now, while the next one is generated, so that the
+        // final fsync has little left to wait for. A failure here shows again at the fsync.
+        ::sync_file_range(fd, start, offset - start, SYNC_FILE_RANGE_WRITE);
+    };
+    try {
+        produce(sink);
+    } catch (const WriteFailure& failure) {
+        throw DocumentError(name, 0, "cannot write: " + writeFailure(failure.error));
+    }
+    if (::fsync(out.fd) != 0) {
+        throw DocumentError(name, 0, "cannot flush to disk: " + writeFailure(errno));
+    }
+    if (check) {
+        check();
+    }
+
+    if (out.named.empty()) {
+        char procPath[64];
+        std::snprintf(procPath, sizeof procPath, "/proc/self/fd/%d", out.fd);
+        int error = EEXIST;
+        for (int attempt = 0; attempt < 100 && error == EEXIST; ++attempt) {
+            const std::string linked = temporaryName(leaf);
+            error = commitOutlivingThisProcess(out.fd, out.folder, procPath, linked.c_str(),
+                                               leaf.c_str());
+        }
+        if (error < 0) {
+            // The child was killed on its way: see whether the rename happened.
+            struct stat mine {};
+            struct stat now {};
+            error = ::fstat(out.fd, &mine) == 0 &&
+                            ::fstatat(out.folder, leaf.c_str(), &now, 0) == 0 && sameFile(mine, now)
+                        ? 0
+                        : EINTR;
+        }
+        if (error != 0) {
+            fail("cannot replace the file", error);
+        }
+    } else if (::renameat(out.folder, out.named.c_str(), out.folder, leaf.c_str()) != 0) {
+        fail("cannot replace the file", errno);
+    }
+    out.committed = true;
+    // Make the rename itself durable.
+    ::fsync(out.folder);
+
+    struct stat written {};
+    ::fstat(out.fd, &written);
+    return fileStateOf(written, static_cast<std::uint64_t>(offset), hash.value());
+}
+
+} // namespace QorBorder
