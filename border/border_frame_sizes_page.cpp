@@ -42,8 +42,7 @@ void BorderLayoutDialog::bindFrameSizesPage() {
                     OpensDialog::Yes);
     bind.update(*m_editFrameSize, &BorderLayoutDialog::updateFrameSizeActionSensitivity);
     m_cutFrameSize = bind.control<PushButton>(Names::CUT_FRAME_SIZE);
-    bind.onActivate(*m_cutFrameSize, &BorderLayoutDialog::onCutFrameSizeActivated,
-                    OpensDialog::No);
+    bind.onActivate(*m_cutFrameSize, &BorderLayoutDialog::onCutFrameSizeActivated, OpensDialog::No);
     bind.update(*m_cutFrameSize, &BorderLayoutDialog::updateFrameSizeActionSensitivity);
     m_openTemplate = bind.control<PushButton>(Names::OPEN_TEMPLATE);
     bind.onActivate(*m_openTemplate, &BorderLayoutDialog::onOpenTemplateActivated,

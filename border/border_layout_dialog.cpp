@@ -68,11 +68,9 @@ void BorderLayoutDialog::initializeDialog() {
     m_coreRequired = bind.control<KivNX::UI::SingleSelectList>(Names::CORE_REQUIRED);
     bind.onActivate(*m_coreRequired, &BorderLayoutDialog::onBlockListActivated, OpensDialog::No);
     m_sheet1Required = bind.control<KivNX::UI::SingleSelectList>(Names::SH1_REQUIRED);
-    bind.onActivate(*m_sheet1Required, &BorderLayoutDialog::onBlockListActivated,
-                    OpensDialog::No);
+    bind.onActivate(*m_sheet1Required, &BorderLayoutDialog::onBlockListActivated, OpensDialog::No);
     m_availableBlocks = bind.control<KivNX::UI::SingleSelectList>(Names::AVAIL_BLOCKS);
-    bind.onActivate(*m_availableBlocks, &BorderLayoutDialog::onBlockListActivated,
-                    OpensDialog::No);
+    bind.onActivate(*m_availableBlocks, &BorderLayoutDialog::onBlockListActivated, OpensDialog::No);
     m_makeCore = bind.control<PushButton>(Names::MAKE_CORE);
     bind.onActivate(*m_makeCore, &BorderLayoutDialog::onMakeCoreActivated, OpensDialog::No);
     bind.update(*m_makeCore, &BorderLayoutDialog::updateMakeRequiredSensitivity);
@@ -83,8 +81,7 @@ void BorderLayoutDialog::initializeDialog() {
     bind.onActivate(*m_removeCore, &BorderLayoutDialog::onRemoveCoreActivated, OpensDialog::No);
     bind.update(*m_removeCore, &BorderLayoutDialog::updateRemoveCoreSensitivity);
     m_removeSheet1 = bind.control<PushButton>(Names::REMOVE_SH1);
-    bind.onActivate(*m_removeSheet1, &BorderLayoutDialog::onRemoveSheet1Activated,
-                    OpensDialog::No);
+    bind.onActivate(*m_removeSheet1, &BorderLayoutDialog::onRemoveSheet1Activated, OpensDialog::No);
     bind.update(*m_removeSheet1, &BorderLayoutDialog::updateRemoveSheet1Sensitivity);
 
     bindFrameSizesPage();

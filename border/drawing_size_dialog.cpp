@@ -37,8 +37,8 @@ namespace QorBorderConf {
 namespace {
 
 /// ANSI sheets A, B, C, D, E, F, H, J in inches, indexed by NX's English size code - 1.
-const SheetSize kEnglishSheets[] = {{8.5, 11},  {11, 17}, {17, 22}, {22, 34},
-                                    {34, 44},   {28, 40}, {28, 44}, {34, 55}};
+const SheetSize kEnglishSheets[] = {{8.5, 11}, {11, 17}, {17, 22}, {22, 34},
+                                    {34, 44},  {28, 40}, {28, 44}, {34, 55}};
 /// ISO 216 sheets A0 to A4 in millimetres, indexed by NX's metric size code - 1.
 const SheetSize kMetricSheets[] = {{841, 1189}, {594, 841}, {420, 594}, {297, 420}, {210, 297}};
 
@@ -80,8 +80,7 @@ void DrawingSizeDialog::initializeDialog() {
     m_description = bind.control<KivNX::UI::StringItem>(Names::DESC);
     m_label = bind.control<KivNX::UI::StringItem>(Names::LABEL);
     m_templateFile = bind.control<KivNX::UI::StringItem>(Names::TEMPLATE_FILE);
-    bind.onActivate(*m_templateFile, &DrawingSizeDialog::onTemplateFileActivated,
-                    OpensDialog::No);
+    bind.onActivate(*m_templateFile, &DrawingSizeDialog::onTemplateFileActivated, OpensDialog::No);
     m_browseTemplate = bind.control<PushButton>(Names::BROWSE_TEMPLATE);
     bind.onActivate(*m_browseTemplate, &DrawingSizeDialog::onBrowseTemplateActivated,
                     OpensDialog::Yes);
@@ -157,8 +156,8 @@ DialogState DrawingSizeDialog::onBrowseTemplateActivated(StylerEvent* /*event*/)
     // The same template in two searched folders is offered once.
     std::sort(names.begin(), names.end());
     names.erase(std::unique(names.begin(), names.end()), names.end());
-    const int chosen = KivNX::UI::SingleSelectDialog::show(
-        "Frame Templates", "Select template from list", names, -1);
+    const int chosen = KivNX::UI::SingleSelectDialog::show("Frame Templates",
+                                                           "Select template from list", names, -1);
     if (chosen >= 0 && chosen < static_cast<int>(names.size())) {
         m_templateFile->SetItemValue(names[static_cast<std::size_t>(chosen)]);
     }
@@ -244,9 +243,8 @@ tag_t DrawingSizeDialog::selectObject(const std::string& title) {
     tag_t object = NULL_TAG;
     double cursor[3] = {0.0, 0.0, 0.0};
     tag_t view = NULL_TAG;
-    if (UF_UI_select_with_single_dialog(message.data(), titleText.data(),
-                                        UF_UI_SEL_SCOPE_WORK_PART, nullptr, nullptr, &response,
-                                        &object, cursor, &view) != 0) {
+    if (UF_UI_select_with_single_dialog(message.data(), titleText.data(), UF_UI_SEL_SCOPE_WORK_PART,
+                                        nullptr, nullptr, &response, &object, cursor, &view) != 0) {
         return NULL_TAG;
     }
     if (response != UF_UI_OBJECT_SELECTED && response != UF_UI_OBJECT_SELECTED_BY_NAME) {

@@ -21,9 +21,9 @@ struct BorderPageTraits {
     static constexpr auto addLayout = &QorBorder::DefinitionDocument::addBorderLayout;
     static constexpr auto deleteLayout = &QorBorder::DefinitionDocument::deleteBorderLayout;
 
-    /// The layout dialog is not written yet: New, Edit, Copy and Copy From Document stay
-    /// without a handler.
-    static constexpr bool kHasDialog = false;
+    static constexpr bool kHasDialog = true;
+    /// Shows the border layout dialog on `layout`; returns its response (2 is OK).
+    static int showDialog(const boost::shared_ptr<Layout>& layout, bool existingLayout);
     static constexpr int kCopyFromMode = FileSelectDialog::CopyBorderMode;
     static constexpr auto chosenLayout = &FileSelectDialog::selectedBorderLayout;
     // Copy does open the dialog; its handler is registered as one that does not, as the program

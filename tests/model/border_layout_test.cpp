@@ -91,15 +91,6 @@ TEST(BorderLayout, CopyIsDeepSoEditingCopiedSizeLeavesSourceUnchanged) {
     EXPECT_EQ(source.coreRequiredBlocks.size(), 1u);
 }
 
-TEST(BorderLayout, TopRightCornerAtTheSheetCornerIsStoredAsZeros) {
-    // The dialog stores distances from the sheet's right and top edges.
-    const double length = 420.0;
-    const double height = 297.0;
-    BorderLayout layout;
-    layout.topRight = {length - 420.0, height - 297.0, 0.0};
-    EXPECT_EQ(layout.topRight, (QorBorder::Point3{0.0, 0.0, 0.0}));
-}
-
 TEST(BorderLayout, InformationStringNamesIdDescriptionAndSizes) {
     BorderLayout layout;
     layout.id = "FRAME";

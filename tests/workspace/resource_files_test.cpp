@@ -4,6 +4,11 @@
 
 #include "workspace_site.h"
 
+#include "border/border_layout_dialog.h"
+#include "border/border_layout_dialog_names.h"
+#include "border/drawing_size_dialog.h"
+#include "border/drawing_size_dialog_names.h"
+#include "model/border_layout.h"
 #include "testutil/journal.h"
 #include "workspace/file_select_dialog.h"
 #include "workspace/file_select_dialog_names.h"
@@ -13,6 +18,8 @@
 #include <nxsim/dlg.h>
 #include <nxsim/platform.h>
 #include <uf.h>
+
+#include <boost/make_shared.hpp>
 
 #include <gtest/gtest.h>
 
@@ -27,6 +34,8 @@ namespace {
 using nxsim::ItemKind;
 namespace Main = QorBorderConf::MainDialogNames;
 namespace FileSelect = QorBorderConf::FileSelectDialogNames;
+namespace Border = QorBorderConf::BorderLayoutDialogNames;
+namespace DrawingSize = QorBorderConf::DrawingSizeDialogNames;
 
 struct BoundControl {
     const char* name;
@@ -120,6 +129,71 @@ std::vector<DialogResource> dialogResources() {
              {FileSelect::LOC_FILTER, ItemKind::OptionMenu},
          },
          fileSelectDialogInEveryMode()},
+        {"BorderLayoutDialog",
+         Border::kResourceFile,
+         Border::kDialogName,
+         {
+             {Border::FORMAT_ID, ItemKind::StringItem},
+             {Border::DESCRIPTION, ItemKind::StringItem},
+             {Border::CATEGORY, ItemKind::StringItem},
+             {Border::SECOND_LANGUAGES, ItemKind::MultiTextBox},
+             {Border::CORE_REQUIRED, ItemKind::SingleSelectList},
+             {Border::SH1_REQUIRED, ItemKind::SingleSelectList},
+             {Border::AVAIL_BLOCKS, ItemKind::SingleSelectList},
+             {Border::MAKE_CORE, ItemKind::PushButton},
+             {Border::MAKE_SH1, ItemKind::PushButton},
+             {Border::REMOVE_CORE, ItemKind::PushButton},
+             {Border::REMOVE_SH1, ItemKind::PushButton},
+             {Border::UNITS, ItemKind::OptionMenu},
+             {Border::LAYER, ItemKind::IntegerItem},
+             {Border::BL_X_LOC, ItemKind::RealItem},
+             {Border::BL_Y_LOC, ItemKind::RealItem},
+             {Border::TR_X_LOC, ItemKind::RealItem},
+             {Border::TR_Y_LOC, ItemKind::RealItem},
+             {Border::PK_BL_CORNER, ItemKind::PushButton},
+             {Border::PK_TR_CORNER, ItemKind::PushButton},
+             {Border::HORZ_TYPE, ItemKind::OptionMenu},
+             {Border::VERT_TYPE, ItemKind::OptionMenu},
+             {Border::ZONE_START, ItemKind::OptionMenu},
+             {Border::FRAME_SIZES, ItemKind::SingleSelectList},
+             {Border::ADD_FRAME_SIZE, ItemKind::PushButton},
+             {Border::COPY_FRAME_SIZE, ItemKind::PushButton},
+             {Border::EDIT_FRAME_SIZE, ItemKind::PushButton},
+             {Border::CUT_FRAME_SIZE, ItemKind::PushButton},
+             {Border::OPEN_TEMPLATE, ItemKind::PushButton},
+         },
+         {[] {
+              QorBorderConf::BorderLayoutDialog dialog(
+                  boost::make_shared<QorBorder::BorderLayout>(), false);
+              dialog.show();
+          },
+          [] {
+              QorBorderConf::BorderLayoutDialog dialog(
+                  boost::make_shared<QorBorder::BorderLayout>(), true);
+              dialog.show();
+          }}},
+        {"DrawingSizeDialog",
+         DrawingSize::kResourceFile,
+         DrawingSize::kDialogName,
+         {
+             {DrawingSize::NAME, ItemKind::StringItem},
+             {DrawingSize::DESC, ItemKind::StringItem},
+             {DrawingSize::LABEL, ItemKind::StringItem},
+             {DrawingSize::TEMPLATE_FILE, ItemKind::StringItem},
+             {DrawingSize::BROWSE_TEMPLATE, ItemKind::PushButton},
+             {DrawingSize::EXTRACT_DIMS, ItemKind::PushButton},
+             {DrawingSize::HEIGHT, ItemKind::RealItem},
+             {DrawingSize::LENGTH, ItemKind::RealItem},
+             {DrawingSize::FRAME_LENGTH, ItemKind::RealItem},
+             {DrawingSize::PK_FRAME_LENGTH, ItemKind::PushButton},
+             {DrawingSize::HORZ_ZONES, ItemKind::IntegerItem},
+             {DrawingSize::VERT_ZONES, ItemKind::IntegerItem},
+         },
+         {[] {
+             QorBorder::DrawingSize size;
+             QorBorderConf::DrawingSizeDialog dialog(size);
+             dialog.show();
+         }}},
     };
 }
 
