@@ -55,8 +55,7 @@ TEST_F(BorderFramePages, PickingTheTopRightCornerAtTheSheetCornerIsStoredAsZeros
   press SAVE_FILE
   cancel
 )J"));
-    EXPECT_EQ(onDisk("docA.fordef")->getBorderLayout("A3")->topRight,
-              (QorBorder::Point3{0, 0, 0}));
+    EXPECT_EQ(onDisk("docA.fordef")->getBorderLayout("A3")->topRight, (QorBorder::Point3{0, 0, 0}));
 }
 
 TEST_F(BorderFramePages, PickedCornersAreTheFramePointsInSheetCoordinates) {

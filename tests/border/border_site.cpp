@@ -45,8 +45,7 @@ BorderDialogRun::BorderDialogRun() {
               "qorfmt-part 1\ndrawing SHEET1 custom 297 210\n");
     dir.write("site/format_defs/frame_templates/two_sheets.prt",
               "qorfmt-part 1\ndrawing SHEET1 metric A4\ndrawing SHEET2 metric A4\n");
-    dir.write("site/format_defs/frame_templates/no_sheet.prt",
-              "qorfmt-part 1\npoint 1 0 0 0\n");
+    dir.write("site/format_defs/frame_templates/no_sheet.prt", "qorfmt-part 1\npoint 1 0 0 0\n");
     dir.write("site/format_defs/frame_templates/broken.prt", "this is no part\n");
     dir.write("site/user.prt", "qorfmt-part 1\ndrawing MINE custom 100 100\n");
 
