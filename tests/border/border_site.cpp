@@ -30,7 +30,7 @@ std::string editBorder(int row) {
            "\n  press EDITBORDER\n    dialog qorborder_config_border\n";
 }
 
-BorderDialogRun::BorderDialogRun() {
+void prepareBorderSite(const WorkspaceSite& site) {
     const TempDir& dir = site.dir();
     dir.write("site/format_defs/frame_templates/a3.prt", "qorfmt-part 1\n"
                                                          "units mm\n"
@@ -56,6 +56,10 @@ BorderDialogRun::BorderDialogRun() {
     a3->coreRequiredBlocks = {"TB"};
     a3->secondLanguages = {"DE"};
     docA->save(site.document("docA.fordef"));
+}
+
+BorderDialogRun::BorderDialogRun() {
+    prepareBorderSite(site);
 }
 
 void BorderDialogRun::displayUserPart() {

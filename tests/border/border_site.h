@@ -11,6 +11,10 @@ namespace TestUtil {
 /// The journal lines that open border `row` of docA for editing, after kOpenDocA.
 std::string editBorder(int row);
 
+/// Adds the frame templates, the user's part and docA's drawing sizes described at
+/// BorderDialogRun to a workspace site.
+void prepareBorderSite(const WorkspaceSite& site);
+
 /// The workspace site with frame templates and a border that has drawing sizes, for the border
 /// dialogs' journal tests. On top of WorkspaceSite:
 ///

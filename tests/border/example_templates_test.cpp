@@ -110,12 +110,15 @@ TEST_F(ExampleTemplates, ExtractDimensionsOnEveryExampleTemplateGivesTheSheetSiz
         for (const QorBorder::DrawingSize& stored : border->drawingSizes()) {
             const nxsim::SimDrawing sheet = sheetOf(stored.templateFile);
             QorBorder::DrawingSize size = stored;
-            EXPECT_JOURNAL_PASSES(replay(
-                "run\ndialog qorborder_config_drawing_size\n"
-                "set HEIGHT 0\nset LENGTH 0\npress EXTRACT_DIMS\n"
-                "expect value HEIGHT " + number(sheet.height) + "\n"
-                "expect value LENGTH " + number(sheet.length) + "\nok\n",
-                [&size] { QorBorderConf::DrawingSizeDialog(size).show(); }));
+            EXPECT_JOURNAL_PASSES(
+                replay("run\ndialog qorborder_config_drawing_size\n"
+                       "set HEIGHT 0\nset LENGTH 0\npress EXTRACT_DIMS\n"
+                       "expect value HEIGHT " +
+                           number(sheet.height) +
+                           "\n"
+                           "expect value LENGTH " +
+                           number(sheet.length) + "\nok\n",
+                       [&size] { QorBorderConf::DrawingSizeDialog(size).show(); }));
             // The documents were written with the sizes their templates have.
             EXPECT_EQ(size.height, stored.height) << border->id << " " << stored.templateFile;
             EXPECT_EQ(size.length, stored.length) << border->id << " " << stored.templateFile;
@@ -137,21 +140,33 @@ TEST_F(ExampleTemplates, OpenTemplateOnEveryExampleSizeLetsTheCornersBePickedOnI
             const QorBorder::Point3 tr = border->topRight;
             const double pickX = sheet.length - tr.x;
             const double pickY = sheet.height - tr.y;
-            const std::string journal =
-                "run\ndialog qorborder_config_border\n"
-                "select FRAME_SIZES " + std::to_string(i) + "\n"
-                "press OPEN_TEMPLATE\n"
-                "press PK_BL_CORNER\npoint " + number(bl.x) + " " + number(bl.y) + "\n"
-                "press PK_TR_CORNER\npoint " + number(pickX) + " " + number(pickY) + "\n"
-                "expect value BL_X_LOC " + number(bl.x) + "\n"
-                "expect value BL_Y_LOC " + number(bl.y) + "\n"
-                "expect value TR_X_LOC " + number(sheet.length - pickX) + "\n"
-                "expect value TR_Y_LOC " + number(sheet.height - pickY) + "\n"
-                "cancel\n";
+            const std::string journal = "run\ndialog qorborder_config_border\n"
+                                        "select FRAME_SIZES " +
+                                        std::to_string(i) +
+                                        "\n"
+                                        "press OPEN_TEMPLATE\n"
+                                        "press PK_BL_CORNER\npoint " +
+                                        number(bl.x) + " " + number(bl.y) +
+                                        "\n"
+                                        "press PK_TR_CORNER\npoint " +
+                                        number(pickX) + " " + number(pickY) +
+                                        "\n"
+                                        "expect value BL_X_LOC " +
+                                        number(bl.x) +
+                                        "\n"
+                                        "expect value BL_Y_LOC " +
+                                        number(bl.y) +
+                                        "\n"
+                                        "expect value TR_X_LOC " +
+                                        number(sheet.length - pickX) +
+                                        "\n"
+                                        "expect value TR_Y_LOC " +
+                                        number(sheet.height - pickY) +
+                                        "\n"
+                                        "cancel\n";
             SCOPED_TRACE(border->id + " " + sizes[i].templateFile);
-            EXPECT_JOURNAL_PASSES(replay(journal, [&border] {
-                QorBorderConf::BorderLayoutDialog(border, true).show();
-            }));
+            EXPECT_JOURNAL_PASSES(replay(
+                journal, [&border] { QorBorderConf::BorderLayoutDialog(border, true).show(); }));
             EXPECT_TRUE(nxsim::loadedPartFiles().empty()) << sizes[i].templateFile;
             ++checked;
         }
