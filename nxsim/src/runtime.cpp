@@ -48,13 +48,18 @@ std::string formatReal(double value) {
     std::ostringstream out;
     out.precision(17);
     out << value;
-    // Prefer the shortest text that reads back as the same value.
-    for (int precision = 1; precision <= 17; ++precision) {
-        std::ostringstream shorter;
-        shorter.precision(precision);
-        shorter << value;
-        if (std::strtod(shorter.str().c_str(), nullptr) == value) {
-            return shorter.str();
+    // Prefer the shortest text that reads back as the same value, without an exponent where one
+    // is not needed: 420 shows as "420", not "4.2e+02".
+    for (bool allowExponent : {false, true}) {
+        for (int precision = 1; precision <= 17; ++precision) {
+            std::ostringstream shorter;
+            shorter.precision(precision);
+            shorter << value;
+            const std::string text = shorter.str();
+            if ((allowExponent || text.find('e') == std::string::npos) &&
+                std::strtod(text.c_str(), nullptr) == value) {
+                return text;
+            }
         }
     }
     return out.str();

@@ -143,8 +143,8 @@ TEST_F(BorderHost, TheOpenedTemplateIsDrawnAndTheFrameCornersArePickedByClicksOn
     EXPECT_NEAR(topRightY, 10.0, 1.5);
     // The template is closed with the dialog, and the picked corners are saved.
     EXPECT_TRUE(nxsim::displayPartFile().empty());
-    const auto a3 = QorBorder::DefinitionDocument::load(site.document("docA.fordef"))
-                        ->getBorderLayout("A3");
+    const auto a3 =
+        QorBorder::DefinitionDocument::load(site.document("docA.fordef"))->getBorderLayout("A3");
     EXPECT_NEAR(a3->bottomLeft.x, 20.0, 1.5);
     EXPECT_NEAR(a3->topRight.y, 10.0, 1.5);
     EXPECT_EQ(a3->topRight.z, 0.0);

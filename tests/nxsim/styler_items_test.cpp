@@ -341,3 +341,24 @@ TEST_F(StylerItems, ObserversHearOfChanges) {
 }
 
 } // namespace
+
+namespace {
+
+// A real item shows the shortest text that reads back as its value, in plain notation where
+// that is as short as it gets: a sheet length of 420 reads "420", not "4.2e+02".
+TEST_F(StylerItems, ARealItemShowsItsValueWithoutAnExponentWhereNoneIsNeeded) {
+    RealItem* scale = dialog->GetRealItem("SCALE");
+    const auto shown = [&](double value) {
+        scale->SetItemValue(value);
+        return nxsim::itemForHandle(scale->GetHandle())->valueText();
+    };
+    EXPECT_EQ(shown(420), "420");
+    EXPECT_EQ(shown(1189), "1189");
+    EXPECT_EQ(shown(0.1), "0.1");
+    EXPECT_EQ(shown(297.5), "297.5");
+    EXPECT_EQ(shown(-8.5), "-8.5");
+    EXPECT_EQ(shown(1e-7), "1e-07");
+    EXPECT_EQ(shown(1e300), "1e+300");
+}
+
+} // namespace
