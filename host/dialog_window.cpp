@@ -60,6 +60,15 @@ void setWidthHint(QWidget* widget, int characters) {
     }
 }
 
+// What an item shows of its state besides label, sensitivity and visibility.
+std::string shownStateOf(const RuntimeItem& item) {
+    std::string state = item.valueText();
+    for (const std::string& entry : item.entries()) {
+        state += '\x1f' + entry;
+    }
+    return state + '\x1e' + std::to_string(item.selected());
+}
+
 // Text controls sit beside their caption; lists and multi-line texts below it.
 bool captionBeside(ItemKind kind) {
     return kind == ItemKind::StringItem || kind == ItemKind::WideString ||
@@ -533,6 +542,7 @@ void DialogWindow::refresh(const View& view) {
 
 void DialogWindow::refreshAll() {
     for (auto& entry : m_views) {
+        entry.second.shownState = shownStateOf(*entry.first);
         refresh(entry.second);
     }
 }
@@ -600,9 +610,28 @@ std::exception_ptr DialogWindow::takeError() {
 void DialogWindow::itemChanged(const RuntimeItem& item) {
     auto it = m_views.find(&item);
     if (it != m_views.end()) {
+        // A replay shows the page where a value just changed, so that its pictures show it.
+        const std::string state = shownStateOf(item);
+        if (state != it->second.shownState) {
+            it->second.shownState = state;
+            if (!m_interactive) {
+                revealPageOf(it->second.container);
+            }
+        }
         refresh(it->second);
     }
     emit activity();
+}
+
+void DialogWindow::revealPageOf(QWidget* widget) {
+    for (QWidget* w = widget; w && w != this; w = w->parentWidget()) {
+        // A tab page sits in the tab widget's stack, whose parent is the tab widget.
+        QWidget* stack = w->parentWidget();
+        auto* tabs = stack ? qobject_cast<QTabWidget*>(stack->parentWidget()) : nullptr;
+        if (tabs && tabs->indexOf(w) >= 0) {
+            tabs->setCurrentWidget(w);
+        }
+    }
 }
 
 void DialogWindow::dialogChanged(const nxsim::RuntimeDialog& /*dialog*/) {

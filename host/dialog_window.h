@@ -79,6 +79,8 @@ private:
         QWidget* control = nullptr;
         QLabel* caption = nullptr;
         QButtonGroup* radios = nullptr;
+        /// What the item showed when last drawn: value, rows or entries, selection.
+        std::string shownState;
     };
 
     QWidget* build(const nxsim::DlgElement& element);
@@ -88,6 +90,8 @@ private:
     void connectItem(View& view);
     void refresh(const View& view);
     void refreshAll();
+    /// During a replay, brings the tab page that holds `widget` to the front.
+    void revealPageOf(QWidget* widget);
     void refreshDialog();
     void applyFocus();
 

@@ -10,10 +10,13 @@
 #include "main_window.h"
 #include "qt_presenter.h"
 
+#include "border/border_layout_dialog_names.h"
 #include "model/border_layout.h"
 #include "model/definition_document.h"
 
+#include <nxsim/dlg.h>
 #include <nxsim/platform.h>
+#include <nxsim/runtime.h>
 
 #include <QApplication>
 #include <QLineEdit>
@@ -25,7 +28,10 @@
 
 #include <gtest/gtest.h>
 
+#include "testutil/journal.h"
+
 #include <cstdlib>
+#include <memory>
 #include <string>
 
 namespace {
@@ -148,6 +154,47 @@ TEST_F(BorderHost, TheOpenedTemplateIsDrawnAndTheFrameCornersArePickedByClicksOn
     EXPECT_NEAR(a3->bottomLeft.x, 20.0, 1.5);
     EXPECT_NEAR(a3->topRight.y, 10.0, 1.5);
     EXPECT_EQ(a3->topRight.z, 0.0);
+}
+
+} // namespace
+
+namespace {
+
+/// The border layout dialog as the runtime builds it from its resource file, shown.
+std::unique_ptr<nxsim::RuntimeDialog> shownBorderDialog() {
+    auto dialog = std::make_unique<nxsim::RuntimeDialog>(nxsim::readDialogLayout(
+        TestUtil::productResources() / QorBorderConf::BorderLayoutDialogNames::kResourceFile));
+    dialog->beginShow();
+    return dialog;
+}
+
+// The pictures of a replay show the page a journal worked on: a changed value brings its page to
+// the front; a change of sensitivity alone does not.
+TEST_F(BorderHost, AReplayedChangeBringsItsTabPageToTheFront) {
+    const auto dialog = shownBorderDialog();
+    DialogWindow window(*dialog, false);
+    auto* tabs = window.findChild<QTabWidget*>();
+    ASSERT_NE(tabs, nullptr);
+    EXPECT_EQ(tabs->currentIndex(), 0);
+    dialog->item("BL_X_LOC")->setReal(5.0);
+    EXPECT_EQ(tabs->tabText(tabs->currentIndex()), "Corners");
+    dialog->item("OPEN_TEMPLATE")->setSensitive(true);
+    EXPECT_EQ(tabs->tabText(tabs->currentIndex()), "Corners");
+    dialog->item("ZONE_START")->setCurrentEntry(2);
+    EXPECT_EQ(tabs->tabText(tabs->currentIndex()), "Zones");
+    dialog->item("FRAME_SIZES")->setEntries({"A3"});
+    EXPECT_EQ(tabs->tabText(tabs->currentIndex()), "Frame Sizes");
+    dialog->item("FORMAT_ID")->setText("ISO");
+    EXPECT_EQ(tabs->currentIndex(), 0);
+}
+
+TEST_F(BorderHost, AnInteractiveWindowLeavesTheTabPageToTheUser) {
+    const auto dialog = shownBorderDialog();
+    DialogWindow window(*dialog, true);
+    auto* tabs = window.findChild<QTabWidget*>();
+    ASSERT_NE(tabs, nullptr);
+    dialog->item("BL_X_LOC")->setReal(5.0);
+    EXPECT_EQ(tabs->currentIndex(), 0);
 }
 
 } // namespace
