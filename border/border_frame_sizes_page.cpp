@@ -45,8 +45,7 @@ void BorderLayoutDialog::bindFrameSizesPage() {
     bind.onActivate(*m_cutFrameSize, &BorderLayoutDialog::onCutFrameSizeActivated, OpensDialog::No);
     bind.update(*m_cutFrameSize, &BorderLayoutDialog::updateFrameSizeActionSensitivity);
     m_openTemplate = bind.control<PushButton>(Names::OPEN_TEMPLATE);
-    bind.onActivate(*m_openTemplate, &BorderLayoutDialog::onOpenTemplateActivated,
-                    OpensDialog::Yes);
+    bind.onActivate(*m_openTemplate, &BorderLayoutDialog::onOpenTemplateActivated, OpensDialog::No);
     bind.update(*m_openTemplate, &BorderLayoutDialog::updateOpenTemplateSensitivity);
 }
 

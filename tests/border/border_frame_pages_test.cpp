@@ -4,6 +4,7 @@
 
 #include "model/border_layout.h"
 
+#include <nxsim/error_codes.h>
 #include <nxsim/platform.h>
 
 #include <gtest/gtest.h>
@@ -248,6 +249,52 @@ TEST_F(BorderFramePages, MenusShowTheStoredUnitsAndZonesAsItemIndexes) {
     cancel
   cancel
 )J"));
+}
+
+} // namespace
+
+namespace {
+
+TEST_F(BorderFramePages, APointRequestThatNxRefusesChangesNothing) {
+    nxsim::injectFault("uc1616", nxsim::ErrorCode::NotAllowedNow);
+    EXPECT_JOURNAL_PASSES(run(std::string(kOpenDocA) + editBorder(0) + R"J(
+    set BL_X_LOC 5
+    select FRAME_SIZES 0
+    press OPEN_TEMPLATE
+    press PK_BL_CORNER
+    press PK_TR_CORNER
+    expect value BL_X_LOC 5
+    expect value TR_X_LOC 0
+    cancel
+  cancel
+)J"));
+}
+
+TEST_F(BorderFramePages, ATemplateThatNxCannotOpenReachesUfusrsErrorMessageAndOpensNothing) {
+    nxsim::injectFault("OpenDisplay", nxsim::ErrorCode::NotAPartFile);
+    EXPECT_JOURNAL_PASSES(run(std::string(kOpenDocA) + editBorder(0) + R"J(
+    select FRAME_SIZES 0
+    press OPEN_TEMPLATE
+message error "Error" "File is not a part file: injected fault of OpenDisplay"
+)J"));
+    EXPECT_TRUE(nxsim::loadedPartFiles().empty());
+}
+
+TEST_F(BorderFramePages, APartFileOfAnotherFormatIsReportedNamingTheFile) {
+    EXPECT_JOURNAL_PASSES(run(
+        std::string(kOpenDocA) + editBorder(0) + R"J(
+    select FRAME_SIZES 1
+    press EDIT_FRAME_SIZE
+      dialog qorborder_config_drawing_size
+      set TEMPLATE_FILE "broken.prt"
+      ok
+    select FRAME_SIZES 1
+    press OPEN_TEMPLATE
+message error "Error" "File is not a part file: )J" +
+        frameTemplate("broken.prt").string() +
+        R"J(: not a part file of the simulated format (the first line must be \"qorfmt-part 1\")"
+)J"));
+    EXPECT_TRUE(nxsim::loadedPartFiles().empty());
 }
 
 } // namespace
