@@ -74,8 +74,15 @@ TEST_F(BordersPageActions, EditChangesTheBorderInPlaceAndMarksTheDocumentModifie
     ok
   expect items BORDERLIST ["A3", "A4NEW"]
   expect sensitive SAVE_FILE yes
+  select BORDERLIST 1
+  press EDITBORDER
+    dialog qorborder_config_border
+    expect value FORMAT_ID "A4NEW"
+    cancel
+  press SAVE_FILE
   cancel
 )J"));
+    EXPECT_EQ(borderIds(*onDisk("docA.fordef")), (std::vector<std::string>{"A3", "A4NEW"}));
 }
 
 // Copy From Document shows the border layout dialog twice on purpose, and only the second
