@@ -425,7 +425,8 @@ DialogState BlockLayoutDialog::onDeleteSymbolTypeActivated(StylerEvent* /*event*
     return DialogStateContinueDialog;
 }
 
-DialogResponse BlockLayoutDialog::showFieldDialog(const boost::shared_ptr<QorBorder::Field>& field) {
+DialogResponse
+BlockLayoutDialog::showFieldDialog(const boost::shared_ptr<QorBorder::Field>& field) {
     FieldDialog dialog(field, m_layout->secondLanguageFieldIds());
     return dialog.show();
 }
@@ -433,13 +434,13 @@ DialogResponse BlockLayoutDialog::showFieldDialog(const boost::shared_ptr<QorBor
 // The block style, row type and symbol type dialogs come in their own change, which fills these
 // three and registers the buttons that call them; until then those buttons have no handler, so
 // nothing reaches these.
-DialogResponse BlockLayoutDialog::showStyleDialog(
-    const boost::shared_ptr<QorBorder::BlockStyle>& /*style*/) {
+DialogResponse
+BlockLayoutDialog::showStyleDialog(const boost::shared_ptr<QorBorder::BlockStyle>& /*style*/) {
     return DialogResponseCancel;
 }
 
-DialogResponse BlockLayoutDialog::showRowTypeDialog(
-    const boost::shared_ptr<QorBorder::RowType>& /*rowType*/) {
+DialogResponse
+BlockLayoutDialog::showRowTypeDialog(const boost::shared_ptr<QorBorder::RowType>& /*rowType*/) {
     return DialogResponseCancel;
 }
 

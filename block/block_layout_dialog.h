@@ -85,14 +85,14 @@ private:
     std::vector<std::string> symbolFieldIds() const;
 
     // The sub-dialogs: each edits the object it is given and returns the dialog's response.
-    NXOpen::UIStyler::DialogResponse showStyleDialog(
-        const boost::shared_ptr<QorBorder::BlockStyle>& style);
-    NXOpen::UIStyler::DialogResponse showFieldDialog(
-        const boost::shared_ptr<QorBorder::Field>& field);
-    NXOpen::UIStyler::DialogResponse showRowTypeDialog(
-        const boost::shared_ptr<QorBorder::RowType>& rowType);
-    NXOpen::UIStyler::DialogResponse showSymbolTypeDialog(
-        const boost::shared_ptr<QorBorder::SymbolType>& symbolType);
+    NXOpen::UIStyler::DialogResponse
+    showStyleDialog(const boost::shared_ptr<QorBorder::BlockStyle>& style);
+    NXOpen::UIStyler::DialogResponse
+    showFieldDialog(const boost::shared_ptr<QorBorder::Field>& field);
+    NXOpen::UIStyler::DialogResponse
+    showRowTypeDialog(const boost::shared_ptr<QorBorder::RowType>& rowType);
+    NXOpen::UIStyler::DialogResponse
+    showSymbolTypeDialog(const boost::shared_ptr<QorBorder::SymbolType>& symbolType);
 
     boost::shared_ptr<QorBorder::BlockLayout> m_layout;
     bool m_existingLayout;
