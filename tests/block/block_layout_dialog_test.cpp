@@ -528,7 +528,8 @@ TEST_F(BlockLayoutDialogTest, NewLayoutWithAnIdThatAnOpenDocumentUsesIsRefusedAs
 
 // Only a new layout is checked for a unique ID: an existing one may take the ID of another
 // layout of an open document. Intended.
-TEST_F(BlockLayoutDialogTest, EditingAnExistingLayoutAndGivingItTheIdOfAnotherIsAcceptedAsIntended) {
+TEST_F(BlockLayoutDialogTest,
+       EditingAnExistingLayoutAndGivingItTheIdOfAnotherIsAcceptedAsIntended) {
     openDocumentWithBlocks({"ISO7200", "PL"});
     auto layout = titleBlock();
     EXPECT_JOURNAL_PASSES(show(layout, R"J(

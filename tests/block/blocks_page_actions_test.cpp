@@ -93,7 +93,8 @@ TEST_F(BlocksPageActions, OkOfEditBlockChangesTheLayoutInPlaceAndMarksTheDocumen
 
 // Cancel of Edit leaves the attributes and the modified flag as they were, but what the list
 // buttons did to the layout stays in the document: here the added field.
-TEST_F(BlocksPageActions, CancelOfEditBlockKeepsTheModifiedFlagAndTheListChangesButNotTheAttributes) {
+TEST_F(BlocksPageActions,
+       CancelOfEditBlockKeepsTheModifiedFlagAndTheListChangesButNotTheAttributes) {
     EXPECT_JOURNAL_PASSES(run(std::string(kOpenDocA) + R"J(
   select BLOCKLIST 0
   press EDITBLOCK
@@ -182,6 +183,30 @@ TEST_F(BlocksPageActions, CopyFromDocumentCancelledInTheBlockDialogAddsNothing) 
   expect sensitive SAVE_FILE no
   cancel
 )J"));
+}
+
+// Delete asks nothing; the file keeps the block until the document is saved, which is the only
+// way back.
+TEST_F(BlocksPageActions, DeletingAsksNothingAndOnlyNotSavingKeepsTheBlock) {
+    EXPECT_JOURNAL_PASSES(run(std::string(kOpenDocA) + R"J(
+  select BLOCKLIST 0
+  press DELETEBLOCK
+  expect items BLOCKLIST ["PL"]
+  cancel
+)J"));
+    EXPECT_TRUE(nxsim::shownMessages().empty());
+    EXPECT_EQ(TestUtil::blockIds(*onDisk("docA.fordef")), (std::vector<std::string>{"TB", "PL"}));
+    EXPECT_JOURNAL_PASSES(run(R"J(run
+dialog qorborder_config_main
+  press OPEN_FILE
+    dialog qorfmt_config_selectfile.dlg
+    select FILE_LIST 0
+    ok
+  expect items BLOCKLIST ["PL"]
+  press SAVE_FILE
+  ok
+)J"));
+    EXPECT_EQ(TestUtil::blockIds(*onDisk("docA.fordef")), (std::vector<std::string>{"PL"}));
 }
 
 } // namespace

@@ -266,7 +266,8 @@ TEST_F(FieldDialogTest, DeletingTheDefaultChoiceMovesTheMarkerToTheChoiceThatToo
 
 // Deleting the last choice while it is the default leaves no choice marked, and OK stores the
 // index that now lies outside the choices. Intended.
-TEST_F(FieldDialogTest, DeletingTheLastChoiceWhileDefaultLeavesNoMarkerAndStoresTheOutOfRangeIndex) {
+TEST_F(FieldDialogTest,
+       DeletingTheLastChoiceWhileDefaultLeavesNoMarkerAndStoresTheOutOfRangeIndex) {
     auto field = choiceField();
     EXPECT_JOURNAL_PASSES(show(field, R"J(
   select CHOICE_LIST 2
