@@ -21,8 +21,8 @@
 
 namespace {
 
-using TestUtil::kOpenDocA;
 using QorBorder::BlockLocation;
+using TestUtil::kOpenDocA;
 
 BlockLocation location(const std::string& blockId, const std::string& id,
                        const std::string& styleId, const std::string& associatedBlockId = "") {
@@ -173,7 +173,8 @@ TEST_F(BlockLocationDialog, EmptyIdIsRefusedBeforeEmptyDialogText) {
 )J"));
 }
 
-TEST_F(BlockLocationDialog, NewLocationWithTheIdAndBlockOfOneInAnyOpenDocumentIsRefusedAsDuplicate) {
+TEST_F(BlockLocationDialog,
+       NewLocationWithTheIdAndBlockOfOneInAnyOpenDocumentIsRefusedAsDuplicate) {
     // The new document is not docA, which holds L1 of TB: the check spans every open document.
     EXPECT_JOURNAL_PASSES(run(std::string(kOpenDocA) + R"J(
   press NEW_FILE
