@@ -321,6 +321,19 @@ TEST_F(BlockLayoutDialogTest, OneNonTabularStyleMakesAllSixTableDependentControl
 )J"));
 }
 
+// The symbol group's own rule runs after every event, so with a row type it stays sensitive even
+// beside a non-tabular style, which greys out the other table settings.
+TEST_F(BlockLayoutDialogTest, WithARowTypeTheSymbolGroupFollowsTheRowTypesBesideANonTabularStyle) {
+    auto layout = titleBlock();
+    layout->addStyle(makeStyle("PLAIN", 1));
+    EXPECT_JOURNAL_PASSES(show(layout, R"J(
+  expect sensitive ROWTYPE_GROUP no
+  expect sensitive REPEATING no
+  expect sensitive SYMBOL_GROUP yes
+  cancel
+)J"));
+}
+
 TEST_F(BlockLayoutDialogTest, WithoutRowTypesTheSymbolGroupIsInsensitive) {
     auto layout = titleBlock();
     EXPECT_JOURNAL_PASSES(show(layout, R"J(
