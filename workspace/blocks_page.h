@@ -20,9 +20,9 @@ struct BlockPageTraits {
     static constexpr auto addLayout = &QorBorder::DefinitionDocument::addBlockLayout;
     static constexpr auto deleteLayout = &QorBorder::DefinitionDocument::deleteBlockLayout;
 
-    /// The layout dialog is not written yet: New, Edit, Copy and Copy From Document stay
-    /// without a handler.
-    static constexpr bool kHasDialog = false;
+    static constexpr bool kHasDialog = true;
+    /// Shows the block layout dialog on `layout`; returns its response (2 is OK).
+    static int showDialog(const boost::shared_ptr<Layout>& layout, bool existingLayout);
     static constexpr int kCopyFromMode = FileSelectDialog::CopyBlockMode;
     static constexpr auto chosenLayout = &FileSelectDialog::selectedBlockLayout;
     static constexpr KivNX::UI::OpensDialog kCopyOpensDialog = KivNX::UI::OpensDialog::Yes;

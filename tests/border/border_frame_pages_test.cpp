@@ -231,11 +231,11 @@ TEST_F(BorderFramePages, EditChangesTheSelectedSizeInPlaceOnOk) {
 
 TEST_F(BorderFramePages, MenusShowTheStoredUnitsAndZonesAsItemIndexes) {
     EXPECT_JOURNAL_PASSES(run(std::string(kOpenDocA) + editBorder(0) + R"J(
-    expect items UNITS ["Inches", "Millimetres"]
+    expect items UNITS ["Inches", "Millimeters"]
     expect value UNITS "Inches"
     expect items HORZ_TYPE ["Numbers (1, 2, 3, ...)", "Letters (A, B, C, ... without I and O)", "None"]
     expect items ZONE_START ["Top left", "Top right", "Bottom left", "Bottom right"]
-    choose UNITS "Millimetres"
+    choose UNITS "Millimeters"
     choose HORZ_TYPE "Letters (A, B, C, ... without I and O)"
     choose ZONE_START "Top right"
     ok

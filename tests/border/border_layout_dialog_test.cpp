@@ -164,7 +164,7 @@ TEST_F(BorderLayoutDialog, OkWritesEveryControlOfEveryPage) {
     set FORMAT_ID "A4M"
     set DESCRIPTION "ISO A4"
     set CATEGORY "ISO"
-    choose UNITS "Millimetres"
+    choose UNITS "Millimeters"
     set LAYER 250
     set BL_X_LOC 20
     set BL_Y_LOC 10

@@ -36,7 +36,7 @@ TEST(BorderLayoutResource, TheUnitsMenuHasOneEntryPerUnitsValueInValueOrder) {
     const std::vector<std::string> units = entriesOf(Names::UNITS);
     ASSERT_EQ(units.size(), 2u);
     EXPECT_EQ(units[QorBorder::Inches - 1], "Inches");
-    EXPECT_EQ(units[QorBorder::Millimeters - 1], "Millimetres");
+    EXPECT_EQ(units[QorBorder::Millimeters - 1], "Millimeters");
 }
 
 } // namespace
