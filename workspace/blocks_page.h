@@ -20,7 +20,6 @@ struct BlockPageTraits {
     static constexpr auto addLayout = &QorBorder::DefinitionDocument::addBlockLayout;
     static constexpr auto deleteLayout = &QorBorder::DefinitionDocument::deleteBlockLayout;
 
-    static constexpr bool kHasDialog = true;
     /// Shows the block layout dialog on `layout`; returns its response (2 is OK).
     static int showDialog(const boost::shared_ptr<Layout>& layout, bool existingLayout);
     static constexpr int kCopyFromMode = FileSelectDialog::CopyBlockMode;

@@ -21,7 +21,6 @@ struct BorderPageTraits {
     static constexpr auto addLayout = &QorBorder::DefinitionDocument::addBorderLayout;
     static constexpr auto deleteLayout = &QorBorder::DefinitionDocument::deleteBorderLayout;
 
-    static constexpr bool kHasDialog = true;
     /// Shows the border layout dialog on `layout`; returns its response (2 is OK).
     static int showDialog(const boost::shared_ptr<Layout>& layout, bool existingLayout);
     static constexpr int kCopyFromMode = FileSelectDialog::CopyBorderMode;

@@ -23,20 +23,18 @@ void LayoutListPage<Traits>::bindControls(KivNX::UI::NXDialogBase& dialog) {
     bind.onActivate(*m_list, &LayoutListPage::onListActivated, OpensDialog::No);
     bind.update(*m_list, &LayoutListPage::updateListSensitivity);
     m_newButton = bind.template control<PushButton>(names.newButton);
+    bind.onActivate(*m_newButton, &LayoutListPage::onNewActivated, OpensDialog::Yes);
+    bind.update(*m_newButton, &LayoutListPage::updateListSensitivity);
     m_editButton = bind.template control<PushButton>(names.editButton);
+    bind.onActivate(*m_editButton, &LayoutListPage::onEditActivated, OpensDialog::Yes);
+    bind.update(*m_editButton, &LayoutListPage::updateSelectionSensitivity);
     m_copyButton = bind.template control<PushButton>(names.copyButton);
+    bind.onActivate(*m_copyButton, &LayoutListPage::onCopyActivated, Traits::kCopyOpensDialog);
+    bind.update(*m_copyButton, &LayoutListPage::updateSelectionSensitivity);
     m_copyFromButton = bind.template control<PushButton>(names.copyFromButton);
+    bind.onActivate(*m_copyFromButton, &LayoutListPage::onCopyFromActivated, OpensDialog::Yes);
+    bind.update(*m_copyFromButton, &LayoutListPage::updateListSensitivity);
     m_deleteButton = bind.template control<PushButton>(names.deleteButton);
-    if constexpr (Traits::kHasDialog) {
-        bind.onActivate(*m_newButton, &LayoutListPage::onNewActivated, OpensDialog::Yes);
-        bind.update(*m_newButton, &LayoutListPage::updateListSensitivity);
-        bind.onActivate(*m_editButton, &LayoutListPage::onEditActivated, OpensDialog::Yes);
-        bind.update(*m_editButton, &LayoutListPage::updateSelectionSensitivity);
-        bind.onActivate(*m_copyButton, &LayoutListPage::onCopyActivated, Traits::kCopyOpensDialog);
-        bind.update(*m_copyButton, &LayoutListPage::updateSelectionSensitivity);
-        bind.onActivate(*m_copyFromButton, &LayoutListPage::onCopyFromActivated, OpensDialog::Yes);
-        bind.update(*m_copyFromButton, &LayoutListPage::updateListSensitivity);
-    }
     bind.onActivate(*m_deleteButton, &LayoutListPage::onDeleteActivated, OpensDialog::No);
     bind.update(*m_deleteButton, &LayoutListPage::updateSelectionSensitivity);
 }
@@ -77,18 +75,11 @@ boost::shared_ptr<typename Traits::Layout> LayoutListPage<Traits>::selectedLayou
 template <class Traits>
 int LayoutListPage<Traits>::openDialog(const boost::shared_ptr<Layout>& layout,
                                        bool existingLayout) {
-    if constexpr (Traits::kHasDialog) {
-        const int response = Traits::showDialog(layout, existingLayout);
-        if (response == 2) {
-            m_host.markActiveDocumentModified();
-        }
-        return response;
-    } else {
-        // Not reached: without the dialog no handler that opens it is bound.
-        (void)layout;
-        (void)existingLayout;
-        return 1;
+    const int response = Traits::showDialog(layout, existingLayout);
+    if (response == 2) {
+        m_host.markActiveDocumentModified();
     }
+    return response;
 }
 
 template <class Traits>

@@ -36,10 +36,8 @@ struct LayoutPageNames {
 ///
 /// - `Layout`, `kNames`: the layout class and the page's control names;
 /// - `documentRows`, `getLayout`, `addLayout`, `deleteLayout`: the document's members;
-/// - `kHasDialog`: whether the layout's dialog exists; without it New, Edit, Copy and Copy From
-///   Document have no handler and stay insensitive;
-/// - `static int showDialog(const boost::shared_ptr<Layout>&, bool existingLayout)`, declared
-///   with `kHasDialog = true`: shows the layout's dialog, returns its response (2 is OK);
+/// - `static int showDialog(const boost::shared_ptr<Layout>&, bool existingLayout)`: shows the
+///   layout's dialog, returns its response (2 is OK);
 /// - `kCopyFromMode`, `chosenLayout`: the file select dialog's mode and its chosen layout;
 /// - `kCopyOpensDialog`: the flag the copy button's handler is registered with;
 /// - `kCopyFromShowsDialogTwice`: copy from another document shows the dialog twice and adds
