@@ -4,6 +4,13 @@
 
 #include "workspace_site.h"
 
+#include "block/block_style_dialog.h"
+#include "block/block_style_dialog_names.h"
+#include "block/symbol_type_dialog.h"
+#include "block/symbol_type_dialog_names.h"
+#include "model/block_layout.h"
+#include "model/block_style.h"
+#include "model/symbol_type.h"
 #include "testutil/journal.h"
 #include "workspace/file_select_dialog.h"
 #include "workspace/file_select_dialog_names.h"
@@ -13,6 +20,8 @@
 #include <nxsim/dlg.h>
 #include <nxsim/platform.h>
 #include <uf.h>
+
+#include <boost/make_shared.hpp>
 
 #include <gtest/gtest.h>
 
@@ -27,6 +36,8 @@ namespace {
 using nxsim::ItemKind;
 namespace Main = QorBorderConf::MainDialogNames;
 namespace FileSelect = QorBorderConf::FileSelectDialogNames;
+namespace BlockStyle = QorBorderConf::BlockStyleDialogNames;
+namespace SymbolType = QorBorderConf::SymbolTypeDialogNames;
 
 struct BoundControl {
     const char* name;
@@ -120,6 +131,70 @@ std::vector<DialogResource> dialogResources() {
              {FileSelect::LOC_FILTER, ItemKind::OptionMenu},
          },
          fileSelectDialogInEveryMode()},
+        {"BlockStyleDialog",
+         BlockStyle::kResourceFile,
+         BlockStyle::kDialogName,
+         {
+             {BlockStyle::ID, ItemKind::StringItem},
+             {BlockStyle::DIALOG_TEXT, ItemKind::StringItem},
+             {BlockStyle::TEMPLATE_FILE, ItemKind::StringItem},
+             {BlockStyle::BROWSE_TEMPLATE, ItemKind::PushButton},
+             {BlockStyle::TEMPLATE_TYPE, ItemKind::OptionMenu},
+             {BlockStyle::TABULAR_NOTE_SETTINGS, ItemKind::GroupBox},
+             {BlockStyle::FIELD_SETTINGS, ItemKind::GroupBox},
+             {BlockStyle::FIELD_LIST, ItemKind::OptionMenu},
+             {BlockStyle::ROW_LOC, ItemKind::IntegerItem},
+             {BlockStyle::COL_LOC, ItemKind::IntegerItem},
+             {BlockStyle::IN_HEADER, ItemKind::Toggle},
+             {BlockStyle::TABLE_SETTINGS, ItemKind::GroupBox},
+             {BlockStyle::ROW_TYPE, ItemKind::OptionMenu},
+             {BlockStyle::TABLE_FIELD, ItemKind::OptionMenu},
+             {BlockStyle::TABLE_FIELD_COLUMN, ItemKind::IntegerItem},
+             {BlockStyle::GENERAL_SETTINGS, ItemKind::GroupBox},
+             {BlockStyle::FIELD_INDEX_LIST, ItemKind::OptionMenu},
+             {BlockStyle::FIELD_INDEX, ItemKind::IntegerItem},
+         },
+         {[] {
+             QorBorderConf::BlockStyleDialog dialog(boost::make_shared<QorBorder::BlockStyle>(),
+                                                    boost::make_shared<QorBorder::BlockLayout>());
+             dialog.show();
+         }}},
+        {"SymbolTypeDialog",
+         SymbolType::kResourceFile,
+         SymbolType::kDialogName,
+         {
+             {SymbolType::DIALOG_TEXT, ItemKind::StringItem},
+             {SymbolType::TYPE, ItemKind::OptionMenu},
+             {SymbolType::LAYER, ItemKind::IntegerItem},
+             {SymbolType::COLOR, ItemKind::ColorTool},
+             {SymbolType::FONTNAME, ItemKind::StringItem},
+             {SymbolType::SYMBOLSIZE, ItemKind::RealItem},
+             {SymbolType::TEXTSIZE, ItemKind::RealItem},
+             {SymbolType::TEXTASPECT, ItemKind::RealItem},
+             {SymbolType::LINE1_SCALE, ItemKind::RealItem},
+             {SymbolType::LINE2_SCALE, ItemKind::RealItem},
+             {SymbolType::CUSTOMSYMBOLNAME, ItemKind::StringItem},
+             {SymbolType::IDSYMBOL_GROUP, ItemKind::GroupBox},
+             {SymbolType::CUSTOMSYMBOL_GROUP, ItemKind::GroupBox},
+             {SymbolType::LINE2FIELDS_GROUP, ItemKind::GroupBox},
+             {SymbolType::LINE1FIELDS_LIST, ItemKind::SingleSelectList},
+             {SymbolType::LINE2FIELDS_LIST, ItemKind::SingleSelectList},
+             {SymbolType::LINE1FIELDS_TO_ADD, ItemKind::OptionMenu},
+             {SymbolType::LINE2FIELDS_TO_ADD, ItemKind::OptionMenu},
+             {SymbolType::ADD_LINE1FIELD, ItemKind::PushButton},
+             {SymbolType::MOVEUP_LINE1FIELD, ItemKind::PushButton},
+             {SymbolType::MOVEDOWN_LINE1FIELD, ItemKind::PushButton},
+             {SymbolType::DELETE_LINE1FIELD, ItemKind::PushButton},
+             {SymbolType::ADD_LINE2FIELD, ItemKind::PushButton},
+             {SymbolType::MOVEUP_LINE2FIELD, ItemKind::PushButton},
+             {SymbolType::MOVEDOWN_LINE2FIELD, ItemKind::PushButton},
+             {SymbolType::DELETE_LINE2FIELD, ItemKind::PushButton},
+         },
+         {[] {
+             QorBorderConf::SymbolTypeDialog dialog(boost::make_shared<QorBorder::SymbolType>(),
+                                                    {"A", "B"});
+             dialog.show();
+         }}},
     };
 }
 
