@@ -29,8 +29,8 @@ constexpr char kNone[] = "None";
 
 SymbolTypeDialog::SymbolTypeDialog(boost::shared_ptr<QorBorder::SymbolType> symbolType,
                                    const std::vector<std::string>& fieldIds)
-    : NXDialogBase(Names::kResourceFile, Names::kDialogName),
-      m_symbolType(std::move(symbolType)), m_fieldIds(fieldIds) {}
+    : NXDialogBase(Names::kResourceFile, Names::kDialogName), m_symbolType(std::move(symbolType)),
+      m_fieldIds(fieldIds) {}
 
 void SymbolTypeDialog::initializeDialog() {
     using Self = SymbolTypeDialog;
@@ -274,8 +274,7 @@ bool SymbolTypeDialog::canAdd(LineControls& line) {
 }
 
 bool SymbolTypeDialog::canMoveDown(LineControls& line) {
-    return line.list->SelectedIndexValue() <
-           static_cast<int>(line.list->ListItems().size()) - 1;
+    return line.list->SelectedIndexValue() < static_cast<int>(line.list->ListItems().size()) - 1;
 }
 
 } // namespace QorBorderConf

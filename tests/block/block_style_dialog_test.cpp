@@ -85,8 +85,7 @@ protected:
     int show(const std::string& journal) {
         int response = -1;
         EXPECT_JOURNAL_PASSES(TestUtil::runJournal(
-            std::string("run\ndialog ") + Names::kDialogName + "\n" + journal,
-            [&] {
+            std::string("run\ndialog ") + Names::kDialogName + "\n" + journal, [&] {
                 BlockStyleDialog dialog(style, layout);
                 response = dialog.show();
             }));
@@ -371,13 +370,13 @@ TEST_F(BlockTemplateSite, TemplateNamesFoundTwiceAppearOnceSorted) {
 
 // Asking for a fifth row makes the journal report how many rows the picker holds.
 TEST_F(BlockTemplateSite, TemplatePickerHoldsEachNameOnce) {
-    const auto result = TestUtil::runJournal(
-        std::string("run\ndialog ") + Names::kDialogName +
-            "\npress BROWSE_TEMPLATE\npick \"Block Templates\" 4\ncancel\n",
-        [&] {
-            BlockStyleDialog dialog(style, layout);
-            dialog.show();
-        });
+    const auto result =
+        TestUtil::runJournal(std::string("run\ndialog ") + Names::kDialogName +
+                                 "\npress BROWSE_TEMPLATE\npick \"Block Templates\" 4\ncancel\n",
+                             [&] {
+                                 BlockStyleDialog dialog(style, layout);
+                                 dialog.show();
+                             });
     EXPECT_FALSE(result.passed);
     EXPECT_NE(result.message.find("\"Block Templates\" with 4 rows"), std::string::npos)
         << result.message;

@@ -6,10 +6,13 @@
 
 #include "block/block_style_dialog.h"
 #include "block/block_style_dialog_names.h"
+#include "block/row_type_dialog.h"
+#include "block/row_type_dialog_names.h"
 #include "block/symbol_type_dialog.h"
 #include "block/symbol_type_dialog_names.h"
 #include "model/block_layout.h"
 #include "model/block_style.h"
+#include "model/row_type.h"
 #include "model/symbol_type.h"
 #include "testutil/journal.h"
 #include "workspace/file_select_dialog.h"
@@ -38,6 +41,7 @@ namespace Main = QorBorderConf::MainDialogNames;
 namespace FileSelect = QorBorderConf::FileSelectDialogNames;
 namespace BlockStyle = QorBorderConf::BlockStyleDialogNames;
 namespace SymbolType = QorBorderConf::SymbolTypeDialogNames;
+namespace RowType = QorBorderConf::RowTypeDialogNames;
 
 struct BoundControl {
     const char* name;
@@ -157,6 +161,37 @@ std::vector<DialogResource> dialogResources() {
          {[] {
              QorBorderConf::BlockStyleDialog dialog(boost::make_shared<QorBorder::BlockStyle>(),
                                                     boost::make_shared<QorBorder::BlockLayout>());
+             dialog.show();
+         }}},
+        {"RowTypeDialog",
+         RowType::kResourceFile,
+         RowType::kDialogName,
+         {
+             {RowType::ID, ItemKind::StringItem},
+             {RowType::HEADER_ROW, ItemKind::IntegerItem},
+             {RowType::SHOW_BOTTOM_BORDER, ItemKind::Toggle},
+             {RowType::LIST_SEPARATOR, ItemKind::StringItem},
+             {RowType::FIELD_LIST, ItemKind::SingleSelectList},
+             {RowType::ADD_FIELD, ItemKind::PushButton},
+             {RowType::COPY_FIELD, ItemKind::PushButton},
+             {RowType::EDIT_FIELD, ItemKind::PushButton},
+             {RowType::DELETE_FIELD, ItemKind::PushButton},
+             {RowType::SET_ZONE, ItemKind::PushButton},
+             {RowType::SET_TYPE_MANAGER, ItemKind::PushButton},
+             {RowType::SET_KEY_FIELD, ItemKind::PushButton},
+             {RowType::DIALOGFIELDS_LIST, ItemKind::SingleSelectList},
+             {RowType::DIALOGFIELDS_TO_ADD, ItemKind::OptionMenu},
+             {RowType::ADD_DIALOGFIELD, ItemKind::PushButton},
+             {RowType::MOVEUP_DIALOGFIELD, ItemKind::PushButton},
+             {RowType::MOVEDOWN_DIALOGFIELD, ItemKind::PushButton},
+             {RowType::DELETE_DIALOGFIELD, ItemKind::PushButton},
+             {RowType::TYPE_MANAGER_CHOICE, ItemKind::OptionMenu},
+             {RowType::VALID_SYMBOL_LIST, ItemKind::WideString},
+             {RowType::DISABLED_FIELD_LIST, ItemKind::WideString},
+         },
+         {[] {
+             QorBorderConf::RowTypeDialog dialog(boost::make_shared<QorBorder::RowType>(),
+                                                 boost::make_shared<QorBorder::BlockLayout>());
              dialog.show();
          }}},
         {"SymbolTypeDialog",
