@@ -51,14 +51,12 @@ void BlockStyleDialog::initializeDialog() {
     m_id = bind.control<KivNX::UI::StringItem>(Names::ID);
     m_dialogText = bind.control<KivNX::UI::StringItem>(Names::DIALOG_TEXT);
     m_templateFile = bind.control<KivNX::UI::StringItem>(Names::TEMPLATE_FILE);
-    bind.onActivate(*m_templateFile, &BlockStyleDialog::onTemplateFileActivated,
-                    OpensDialog::No);
+    bind.onActivate(*m_templateFile, &BlockStyleDialog::onTemplateFileActivated, OpensDialog::No);
     m_browseTemplate = bind.control<PushButton>(Names::BROWSE_TEMPLATE);
     bind.onActivate(*m_browseTemplate, &BlockStyleDialog::onBrowseTemplateActivated,
                     OpensDialog::Yes);
     m_templateType = bind.control<KivNX::UI::OptionMenu>(Names::TEMPLATE_TYPE);
-    bind.onActivate(*m_templateType, &BlockStyleDialog::onTemplateTypeActivated,
-                    OpensDialog::No);
+    bind.onActivate(*m_templateType, &BlockStyleDialog::onTemplateTypeActivated, OpensDialog::No);
     m_tabularNoteSettings = bind.control<GroupBox>(Names::TABULAR_NOTE_SETTINGS);
     m_fieldSettings = bind.control<GroupBox>(Names::FIELD_SETTINGS);
     m_fieldList = bind.control<KivNX::UI::OptionMenu>(Names::FIELD_LIST);
@@ -138,8 +136,8 @@ DialogState BlockStyleDialog::onBrowseTemplateActivated(StylerEvent* /*event*/) 
     const std::vector<std::string> names =
         templateNames(KivUg::NxSearchFileList("format_defs/block_templates")
                           .filePaths(Base::WildcardFilter("*.prt")));
-    const int chosen = KivNX::UI::SingleSelectDialog::show(
-        "Block Templates", "Select template from list", names, -1);
+    const int chosen = KivNX::UI::SingleSelectDialog::show("Block Templates",
+                                                           "Select template from list", names, -1);
     if (chosen >= 0 && chosen < static_cast<int>(names.size())) {
         m_templateFile->SetItemValue(names[static_cast<std::size_t>(chosen)]);
     }
@@ -203,8 +201,7 @@ void BlockStyleDialog::saveTableColumn() {
     if (m_currentRowType.empty() || m_currentTableField.empty()) {
         return;
     }
-    m_style->setTableColumn(m_currentRowType, m_currentTableField,
-                            m_tableFieldColumn->ItemValue());
+    m_style->setTableColumn(m_currentRowType, m_currentTableField, m_tableFieldColumn->ItemValue());
 }
 
 void BlockStyleDialog::saveFieldIndex() {
