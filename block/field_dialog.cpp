@@ -188,8 +188,8 @@ void FieldDialog::showChoices() {
     std::vector<std::string> rows;
     rows.reserve(m_choices.size());
     for (std::size_t index = 0; index < m_choices.size(); ++index) {
-        const bool isDefault = m_defaultChoice >= 0 &&
-                               static_cast<std::size_t>(m_defaultChoice) == index;
+        const bool isDefault =
+            m_defaultChoice >= 0 && static_cast<std::size_t>(m_defaultChoice) == index;
         rows.push_back((isDefault ? "* " : "  ") + m_choices[index].shortValue);
     }
     m_choiceList->ClearList();

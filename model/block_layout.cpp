@@ -118,6 +118,20 @@ void BlockLayout::rowTypeRenamed(int index, const std::string& oldId) {
     }
 }
 
+void BlockLayout::tableFieldsRenamed(const std::map<std::string, std::string>& oldToNewIds) {
+    for (const boost::shared_ptr<SymbolType>& symbolType : m_symbolTypes) {
+        for (std::vector<std::string>* line :
+             {&symbolType->line1FieldIds, &symbolType->line2FieldIds}) {
+            for (std::string& fieldId : *line) {
+                const auto renamed = oldToNewIds.find(fieldId);
+                if (renamed != oldToNewIds.end()) {
+                    fieldId = renamed->second;
+                }
+            }
+        }
+    }
+}
+
 void BlockLayout::addSymbolType(const boost::shared_ptr<SymbolType>& symbolType) {
     m_symbolTypes.push_back(symbolType);
 }

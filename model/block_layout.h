@@ -9,6 +9,7 @@
 #include <boost/shared_ptr.hpp>
 
 #include <cstdint>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -74,6 +75,11 @@ public:
     const Table& getTable() const { return m_table; }
     /// The row type at `index` of the table now has a new ID: the styles' table columns follow.
     void rowTypeRenamed(int index, const std::string& oldId);
+    /// Fields of the first row type, whose fields the symbol types' lines name, have new IDs:
+    /// each line entry that is a key of `oldToNewIds` takes its value, all at once, so that
+    /// swapped IDs stay with their fields. The row type follows its own renames
+    /// (RowType::fieldRenamed).
+    void tableFieldsRenamed(const std::map<std::string, std::string>& oldToNewIds);
 
     void addSymbolType(const boost::shared_ptr<SymbolType>& symbolType);
     /// The layout's own symbol type, or an empty pointer when `index` is outside the list.

@@ -1,6 +1,8 @@
 #pragma once
 
 #include "model/definition_document.h"
+#include "ui/dialog_binder.h"
+#include "workspace/file_select_dialog.h"
 #include "workspace/layout_list_page.h"
 #include "workspace/main_dialog_names.h"
 
@@ -13,7 +15,18 @@ struct BlockPageTraits {
         MainDialogNames::BLOCKLIST, MainDialogNames::NEWBLOCK,      MainDialogNames::EDITBLOCK,
         MainDialogNames::COPYBLOCK, MainDialogNames::COPYBLOCKFROM, MainDialogNames::DELETEBLOCK};
     static constexpr auto documentRows = &QorBorder::DefinitionDocument::blockLayouts;
+    static constexpr boost::shared_ptr<Layout> (QorBorder::DefinitionDocument::*getLayout)(
+        const std::string&) = &QorBorder::DefinitionDocument::getBlockLayout;
+    static constexpr auto addLayout = &QorBorder::DefinitionDocument::addBlockLayout;
     static constexpr auto deleteLayout = &QorBorder::DefinitionDocument::deleteBlockLayout;
+
+    static constexpr bool kHasDialog = true;
+    /// Shows the block layout dialog on `layout`; returns its response (2 is OK).
+    static int showDialog(const boost::shared_ptr<Layout>& layout, bool existingLayout);
+    static constexpr int kCopyFromMode = FileSelectDialog::CopyBlockMode;
+    static constexpr auto chosenLayout = &FileSelectDialog::selectedBlockLayout;
+    static constexpr KivNX::UI::OpensDialog kCopyOpensDialog = KivNX::UI::OpensDialog::Yes;
+    static constexpr bool kCopyFromShowsDialogTwice = false;
     static void layoutsChanged(PageHost& host) { host.blockLayoutsChanged(); }
 };
 

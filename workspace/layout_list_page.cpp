@@ -6,6 +6,9 @@
 #include "ui/single_select_list.h"
 #include "workspace/blocks_page.h"
 #include "workspace/borders_page.h"
+#include "workspace/file_select_dialog.h"
+
+#include <boost/make_shared.hpp>
 
 using namespace NXOpen::UIStyler;
 using KivNX::UI::OpensDialog;
@@ -24,8 +27,18 @@ void LayoutListPage<Traits>::bindControls(KivNX::UI::NXDialogBase& dialog) {
     m_copyButton = bind.template control<PushButton>(names.copyButton);
     m_copyFromButton = bind.template control<PushButton>(names.copyFromButton);
     m_deleteButton = bind.template control<PushButton>(names.deleteButton);
+    if constexpr (Traits::kHasDialog) {
+        bind.onActivate(*m_newButton, &LayoutListPage::onNewActivated, OpensDialog::Yes);
+        bind.update(*m_newButton, &LayoutListPage::updateListSensitivity);
+        bind.onActivate(*m_editButton, &LayoutListPage::onEditActivated, OpensDialog::Yes);
+        bind.update(*m_editButton, &LayoutListPage::updateSelectionSensitivity);
+        bind.onActivate(*m_copyButton, &LayoutListPage::onCopyActivated, Traits::kCopyOpensDialog);
+        bind.update(*m_copyButton, &LayoutListPage::updateSelectionSensitivity);
+        bind.onActivate(*m_copyFromButton, &LayoutListPage::onCopyFromActivated, OpensDialog::Yes);
+        bind.update(*m_copyFromButton, &LayoutListPage::updateListSensitivity);
+    }
     bind.onActivate(*m_deleteButton, &LayoutListPage::onDeleteActivated, OpensDialog::No);
-    bind.update(*m_deleteButton, &LayoutListPage::updateDeleteSensitivity);
+    bind.update(*m_deleteButton, &LayoutListPage::updateSelectionSensitivity);
 }
 
 template <class Traits>
@@ -51,6 +64,109 @@ DialogState LayoutListPage<Traits>::onListActivated(StylerEvent* /*event*/) {
 }
 
 template <class Traits>
+boost::shared_ptr<typename Traits::Layout> LayoutListPage<Traits>::selectedLayout() const {
+    const auto& document = m_host.activeDocument();
+    const int row = m_list->SelectedIndexValue();
+    if (!document || row < 0) {
+        return {};
+    }
+    // The rows may hold layouts the document has replaced since: look the layout up again.
+    return (document.get()->*Traits::getLayout)(m_rows.at(static_cast<std::size_t>(row))->id);
+}
+
+template <class Traits>
+int LayoutListPage<Traits>::openDialog(const boost::shared_ptr<Layout>& layout,
+                                       bool existingLayout) {
+    if constexpr (Traits::kHasDialog) {
+        const int response = Traits::showDialog(layout, existingLayout);
+        if (response == 2) {
+            m_host.markActiveDocumentModified();
+        }
+        return response;
+    } else {
+        // Not reached: without the dialog no handler that opens it is bound.
+        (void)layout;
+        (void)existingLayout;
+        return 1;
+    }
+}
+
+template <class Traits>
+void LayoutListPage<Traits>::addAccepted(const boost::shared_ptr<Layout>& layout) {
+    (m_host.activeDocument().get()->*Traits::addLayout)(layout);
+    refreshList();
+    Traits::layoutsChanged(m_host);
+}
+
+template <class Traits>
+DialogState LayoutListPage<Traits>::onNewActivated(StylerEvent* /*event*/) {
+    if (!m_host.activeDocument()) {
+        return DialogStateContinueDialog;
+    }
+    const auto layout = boost::make_shared<Layout>();
+    if (openDialog(layout, false) == 2) {
+        addAccepted(layout);
+    }
+    return DialogStateContinueDialog;
+}
+
+template <class Traits>
+DialogState LayoutListPage<Traits>::onEditActivated(StylerEvent* /*event*/) {
+    const auto layout = selectedLayout();
+    if (!layout) {
+        return DialogStateContinueDialog;
+    }
+    // Edited in place: whatever the response, the list shows the layout as it is now.
+    openDialog(layout, true);
+    refreshList();
+    Traits::layoutsChanged(m_host);
+    return DialogStateContinueDialog;
+}
+
+template <class Traits>
+DialogState LayoutListPage<Traits>::onCopyActivated(StylerEvent* /*event*/) {
+    const auto source = selectedLayout();
+    if (!source) {
+        return DialogStateContinueDialog;
+    }
+    // The copy keeps the source's ID; the dialog refuses it as a duplicate until it is changed.
+    const auto copy = boost::make_shared<Layout>(*source);
+    if (openDialog(copy, false) == 2) {
+        addAccepted(copy);
+    }
+    return DialogStateContinueDialog;
+}
+
+template <class Traits>
+DialogState LayoutListPage<Traits>::onCopyFromActivated(StylerEvent* /*event*/) {
+    const auto& document = m_host.activeDocument();
+    if (!document) {
+        return DialogStateContinueDialog;
+    }
+    boost::shared_ptr<Layout> copy;
+    {
+        FileSelectDialog fileSelect(document->filename(), Traits::kCopyFromMode);
+        if (!fileSelect.chooseFile()) {
+            return DialogStateContinueDialog;
+        }
+        const auto& chosen = (fileSelect.*Traits::chosenLayout)();
+        // A file was chosen but none of its layouts: there is nothing to copy.
+        if (!chosen) {
+            return DialogStateContinueDialog;
+        }
+        copy = boost::make_shared<Layout>(*chosen);
+    }
+    if constexpr (Traits::kCopyFromShowsDialogTwice) {
+        // The first showing's response is not looked at; only the second one adds the copy.
+        openDialog(copy, false);
+    }
+    if (openDialog(copy, false) == 2) {
+        addAccepted(copy);
+    }
+    return DialogStateContinueDialog;
+}
+
+template <class Traits>
 DialogState LayoutListPage<Traits>::onDeleteActivated(StylerEvent* /*event*/) {
     const auto& document = m_host.activeDocument();
     const int row = m_list->SelectedIndexValue();
@@ -69,7 +185,7 @@ void LayoutListPage<Traits>::updateListSensitivity(StylerItem* item) {
 }
 
 template <class Traits>
-void LayoutListPage<Traits>::updateDeleteSensitivity(StylerItem* item) {
+void LayoutListPage<Traits>::updateSelectionSensitivity(StylerItem* item) {
     KivNX::UI::setSensitivity(item, m_host.activeDocument() && m_list->HasSelection());
 }
 

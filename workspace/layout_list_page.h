@@ -30,12 +30,21 @@ struct LayoutPageNames {
 };
 
 /// The borders page and the blocks page: the list of the active document's layouts, one row
-/// per layout ID in the document's order, clearing the other pages' selections, and deleting the
-/// selected layout at once. What differs between the two is in `Traits` (borders_page.h,
-/// blocks_page.h): the layout class, the page's control names, the document's list, delete and
-/// what else must follow a change. New, edit, copy and copy from another document come with the
-/// layout dialogs: each adds the dialog class, the getter, the adder and the file select mode to
-/// its traits; until then those buttons stay insensitive.
+/// per layout ID in the document's order, clearing the other pages' selections; new, edit, copy,
+/// copy from another document through the layout's dialog; deleting the selected layout at once.
+/// What differs between the two is in `Traits` (borders_page.h, blocks_page.h):
+///
+/// - `Layout`, `kNames`: the layout class and the page's control names;
+/// - `documentRows`, `getLayout`, `addLayout`, `deleteLayout`: the document's members;
+/// - `kHasDialog`: whether the layout's dialog exists; without it New, Edit, Copy and Copy From
+///   Document have no handler and stay insensitive;
+/// - `static int showDialog(const boost::shared_ptr<Layout>&, bool existingLayout)`, declared
+///   with `kHasDialog = true`: shows the layout's dialog, returns its response (2 is OK);
+/// - `kCopyFromMode`, `chosenLayout`: the file select dialog's mode and its chosen layout;
+/// - `kCopyOpensDialog`: the flag the copy button's handler is registered with;
+/// - `kCopyFromShowsDialogTwice`: copy from another document shows the dialog twice and adds
+///   the copy only when the second showing ends with OK;
+/// - `layoutsChanged(host)`: what else must follow an added, edited or deleted layout.
 template <class Traits>
 class LayoutListPage {
 public:
@@ -58,9 +67,20 @@ private:
     using StylerItem = NXOpen::UIStyler::StylerItem;
 
     DialogState onListActivated(StylerEvent* event);
+    DialogState onNewActivated(StylerEvent* event);
+    DialogState onEditActivated(StylerEvent* event);
+    DialogState onCopyActivated(StylerEvent* event);
+    DialogState onCopyFromActivated(StylerEvent* event);
     DialogState onDeleteActivated(StylerEvent* event);
     void updateListSensitivity(StylerItem* item);
-    void updateDeleteSensitivity(StylerItem* item);
+    void updateSelectionSensitivity(StylerItem* item);
+
+    /// The layout of the selected row as the document holds it; null without a selection.
+    boost::shared_ptr<Layout> selectedLayout() const;
+    /// Shows the layout's dialog; on OK marks the active document modified. Returns the response.
+    int openDialog(const boost::shared_ptr<Layout>& layout, bool existingLayout);
+    /// Adds a layout that its dialog accepted and shows it.
+    void addAccepted(const boost::shared_ptr<Layout>& layout);
 
     PageHost& m_host;
     Rows m_rows;

@@ -4,14 +4,21 @@
 
 #include "workspace_site.h"
 
+#include "block/block_layout_dialog.h"
+#include "block/block_layout_dialog_names.h"
 #include "block/block_style_dialog.h"
 #include "block/block_style_dialog_names.h"
+#include "block/field_dialog.h"
+#include "block/field_dialog_names.h"
 #include "block/row_type_dialog.h"
 #include "block/row_type_dialog_names.h"
 #include "block/symbol_type_dialog.h"
 #include "block/symbol_type_dialog_names.h"
+#include "block/text_choice_dialog.h"
+#include "block/text_choice_dialog_names.h"
 #include "model/block_layout.h"
 #include "model/block_style.h"
+#include "model/choice.h"
 #include "model/row_type.h"
 #include "model/symbol_type.h"
 #include "testutil/journal.h"
@@ -39,6 +46,9 @@ namespace {
 using nxsim::ItemKind;
 namespace Main = QorBorderConf::MainDialogNames;
 namespace FileSelect = QorBorderConf::FileSelectDialogNames;
+namespace BlockLayout = QorBorderConf::BlockLayoutDialogNames;
+namespace FieldNames = QorBorderConf::FieldDialogNames;
+namespace TextChoice = QorBorderConf::TextChoiceDialogNames;
 namespace BlockStyle = QorBorderConf::BlockStyleDialogNames;
 namespace SymbolType = QorBorderConf::SymbolTypeDialogNames;
 namespace RowType = QorBorderConf::RowTypeDialogNames;
@@ -135,6 +145,116 @@ std::vector<DialogResource> dialogResources() {
              {FileSelect::LOC_FILTER, ItemKind::OptionMenu},
          },
          fileSelectDialogInEveryMode()},
+        {"BlockLayoutDialog",
+         BlockLayout::kResourceFile,
+         BlockLayout::kDialogName,
+         {
+             {BlockLayout::BLOCK_ID, ItemKind::StringItem},
+             {BlockLayout::DESCRIPTION, ItemKind::StringItem},
+             {BlockLayout::CATEGORY, ItemKind::StringItem},
+             {BlockLayout::DIALOG_FILENAME, ItemKind::StringItem},
+             {BlockLayout::UNITS, ItemKind::OptionMenu},
+             {BlockLayout::LAYER, ItemKind::IntegerItem},
+             {BlockLayout::EDIT_METHOD, ItemKind::RadioBox},
+             {BlockLayout::DELEGATE_LIBRARY, ItemKind::StringItem},
+             {BlockLayout::FUNCTION_GROUP, ItemKind::GroupBox},
+             {BlockLayout::SET_STYLE_DELEGATE, ItemKind::StringItem},
+             {BlockLayout::EDIT_FIELDS_DELEGATE, ItemKind::StringItem},
+             {BlockLayout::REQ_BLOCK_ONLY, ItemKind::Toggle},
+             {BlockLayout::REPEATING, ItemKind::Toggle},
+             {BlockLayout::REPEAT_SPACING, ItemKind::WideString},
+             {BlockLayout::COL_FOR_ROW_NUM, ItemKind::IntegerItem},
+             {BlockLayout::FLIP_BLOCK, ItemKind::Toggle},
+             {BlockLayout::ANGLE, ItemKind::RealItem},
+             {BlockLayout::SBF_BASE, ItemKind::RadioBox},
+             {BlockLayout::SBF_FILENAME, ItemKind::StringItem},
+             {BlockLayout::STYLES, ItemKind::SingleSelectList},
+             {BlockLayout::ADD_STYLE, ItemKind::PushButton},
+             {BlockLayout::EDIT_STYLE, ItemKind::PushButton},
+             {BlockLayout::COPY_STYLE, ItemKind::PushButton},
+             {BlockLayout::DELETE_STYLE, ItemKind::PushButton},
+             {BlockLayout::SET_DEFAULT_STYLE, ItemKind::PushButton},
+             {BlockLayout::FIELDS, ItemKind::SingleSelectList},
+             {BlockLayout::ADD_FIELD, ItemKind::PushButton},
+             {BlockLayout::EDIT_FIELD, ItemKind::PushButton},
+             {BlockLayout::COPY_FIELD, ItemKind::PushButton},
+             {BlockLayout::DELETE_FIELD, ItemKind::PushButton},
+             {BlockLayout::ROWTYPE_GROUP, ItemKind::GroupBox},
+             {BlockLayout::ROWTYPES, ItemKind::SingleSelectList},
+             {BlockLayout::ADD_ROWTYPE, ItemKind::PushButton},
+             {BlockLayout::EDIT_ROWTYPE, ItemKind::PushButton},
+             {BlockLayout::DELETE_ROWTYPE, ItemKind::PushButton},
+             {BlockLayout::BORDER_TRANSITION, ItemKind::OptionMenu},
+             {BlockLayout::ROWS_CREATED, ItemKind::Toggle},
+             {BlockLayout::MAXHEIGHT_MARGIN, ItemKind::RealItem},
+             {BlockLayout::ALLOW_OVERRIDE, ItemKind::Toggle},
+             {BlockLayout::SYMBOLTYPES, ItemKind::SingleSelectList},
+             {BlockLayout::ADD_SYMBOLTYPE, ItemKind::PushButton},
+             {BlockLayout::EDIT_SYMBOLTYPE, ItemKind::PushButton},
+             {BlockLayout::DELETE_SYMBOLTYPE, ItemKind::PushButton},
+             {BlockLayout::SYMBOL_GROUP, ItemKind::GroupBox},
+             // In the file but neither bound nor read by the dialog.
+             {BlockLayout::UBM_FILENAME, ItemKind::StringItem},
+         },
+         {[] {
+              QorBorderConf::BlockLayoutDialog dialog(
+                  boost::shared_ptr<QorBorder::BlockLayout>(new QorBorder::BlockLayout()), false);
+              dialog.show();
+          },
+          [] {
+              QorBorderConf::BlockLayoutDialog dialog(
+                  boost::shared_ptr<QorBorder::BlockLayout>(new QorBorder::BlockLayout()), true);
+              dialog.show();
+          }}},
+        {"FieldDialog",
+         FieldNames::kResourceFile,
+         FieldNames::kDialogName,
+         {
+             {FieldNames::ID, ItemKind::StringItem},
+             {FieldNames::TYPE, ItemKind::OptionMenu},
+             {FieldNames::CONTROL_TYPE, ItemKind::OptionMenu},
+             {FieldNames::DEFAULT_STRING, ItemKind::MultiTextBox},
+             {FieldNames::DEFAULT_TO_CURRENT_DATE, ItemKind::Toggle},
+             {FieldNames::SEC_LANG_FIELD, ItemKind::OptionMenu},
+             {FieldNames::COLLAPSENOVALUE, ItemKind::Toggle},
+             {FieldNames::SYNC_FIELD, ItemKind::Toggle},
+             {FieldNames::PREFIX, ItemKind::StringItem},
+             {FieldNames::SUFFIX, ItemKind::StringItem},
+             {FieldNames::ATTR_TITLE, ItemKind::StringItem},
+             {FieldNames::BROADCAST_TYPE, ItemKind::OptionMenu},
+             {FieldNames::BROADCAST_VALUE_TYPE, ItemKind::OptionMenu},
+             {FieldNames::BROADCAST_TITLE, ItemKind::StringItem},
+             {FieldNames::CONTROLLED_SETTINGS, ItemKind::GroupBox},
+             {FieldNames::CHOICE_LIST, ItemKind::SingleSelectList},
+             {FieldNames::ADD_CHOICE, ItemKind::PushButton},
+             {FieldNames::EDIT_CHOICE, ItemKind::PushButton},
+             {FieldNames::COPY_CHOICE, ItemKind::PushButton},
+             {FieldNames::DELETE_CHOICE, ItemKind::PushButton},
+             {FieldNames::DEFAULT_CHOICE, ItemKind::PushButton},
+         },
+         {[] {
+              QorBorderConf::FieldDialog dialog(
+                  boost::shared_ptr<QorBorder::Field>(new QorBorder::Field(true)));
+              dialog.show();
+          },
+          [] {
+              QorBorderConf::FieldDialog dialog(
+                  boost::shared_ptr<QorBorder::Field>(new QorBorder::Field(false)), {"A", "B"});
+              dialog.show();
+          }}},
+        {"TextChoiceDialog",
+         TextChoice::kResourceFile,
+         TextChoice::kDialogName,
+         {
+             {TextChoice::SHORT_VALUE, ItemKind::StringItem},
+             {TextChoice::LOOKUP_KEY, ItemKind::StringItem},
+             {TextChoice::FULL_VALUE, ItemKind::MultiTextBox},
+         },
+         {[] {
+             QorBorder::Choice choice;
+             QorBorderConf::TextChoiceDialog dialog(choice);
+             dialog.show();
+         }}},
         {"BlockStyleDialog",
          BlockStyle::kResourceFile,
          BlockStyle::kDialogName,
