@@ -88,16 +88,14 @@ void RowTypeDialog::initializeDialog() {
     bind.onActivate(*m_moveUpDialogField, &Self::onMoveUpDialogFieldActivated, OpensDialog::No);
     bind.update(*m_moveUpDialogField, &Self::updateMoveUpDialogFieldSensitivity);
     m_moveDownDialogField = bind.control<PushButton>(Names::MOVEDOWN_DIALOGFIELD);
-    bind.onActivate(*m_moveDownDialogField, &Self::onMoveDownDialogFieldActivated,
-                    OpensDialog::No);
+    bind.onActivate(*m_moveDownDialogField, &Self::onMoveDownDialogFieldActivated, OpensDialog::No);
     bind.update(*m_moveDownDialogField, &Self::updateMoveDownDialogFieldSensitivity);
     m_deleteDialogField = bind.control<PushButton>(Names::DELETE_DIALOGFIELD);
     bind.onActivate(*m_deleteDialogField, &Self::onDeleteDialogFieldActivated, OpensDialog::No);
     bind.update(*m_deleteDialogField, &Self::updateDeleteDialogFieldSensitivity);
 
     m_typeManagerChoiceMenu = bind.control<KivNX::UI::OptionMenu>(Names::TYPE_MANAGER_CHOICE);
-    bind.onActivate(*m_typeManagerChoiceMenu, &Self::onTypeManagerChoiceActivated,
-                    OpensDialog::No);
+    bind.onActivate(*m_typeManagerChoiceMenu, &Self::onTypeManagerChoiceActivated, OpensDialog::No);
     m_validSymbolList = bind.control<KivNX::UI::WideString>(Names::VALID_SYMBOL_LIST);
     m_disabledFieldList = bind.control<KivNX::UI::WideString>(Names::DISABLED_FIELD_LIST);
 }
@@ -184,8 +182,7 @@ DialogState RowTypeDialog::onEditFieldActivated(StylerEvent* /*event*/) {
     FieldDialog dialog(field);
     if (dialog.show() == DialogResponseOk) {
         if (field->id != oldId) {
-            std::vector<boost::shared_ptr<QorBorder::BlockStyle>> styles =
-                m_blockLayout->styles2();
+            std::vector<boost::shared_ptr<QorBorder::BlockStyle>> styles = m_blockLayout->styles2();
             m_rowType->fieldRenamed(index, oldId, styles);
         }
         showFields();
@@ -294,9 +291,9 @@ void RowTypeDialog::updateMoveUpDialogFieldSensitivity(StylerItem* item) {
 }
 
 void RowTypeDialog::updateMoveDownDialogFieldSensitivity(StylerItem* item) {
-    KivNX::UI::setSensitivity(item, m_dialogFieldsList->SelectedIndexValue() <
-                                        static_cast<int>(m_dialogFieldsList->ListItems().size()) -
-                                            1);
+    KivNX::UI::setSensitivity(item,
+                              m_dialogFieldsList->SelectedIndexValue() <
+                                  static_cast<int>(m_dialogFieldsList->ListItems().size()) - 1);
 }
 
 void RowTypeDialog::updateDeleteDialogFieldSensitivity(StylerItem* item) {

@@ -52,8 +52,8 @@ RowType itemRow() {
     row.appendField(tableField("POS"));
     row.appendField(tableField("QTY"));
     auto kind = tableField("KIND", 1);
-    kind->setTextChoices({choice("P", "Part"), choice("S", "Standard part"),
-                          choice("M", "Material")});
+    kind->setTextChoices(
+        {choice("P", "Part"), choice("S", "Standard part"), choice("M", "Material")});
     row.appendField(kind);
     row.appendField(tableField("UNIT"));
     row.keyFieldId = "POS";
