@@ -269,3 +269,113 @@ TEST(BlockLayout, InformationStringNamesIdAndFields) {
     EXPECT_NE(text.find("TITLE"), std::string::npos);
     EXPECT_NE(text.find("DRAWN_BY"), std::string::npos);
 }
+
+// The symbol types' lines name fields of the first row type: a rename of such a field reaches
+// both lines of every symbol type.
+TEST(BlockLayout, TableFieldsRenamedRewritesBothLinesOfEverySymbolType) {
+    BlockLayout layout;
+    auto first = boost::make_shared<SymbolType>();
+    first->line1FieldIds = {"POS", "QTY"};
+    first->line2FieldIds = {"POS"};
+    auto second = boost::make_shared<SymbolType>();
+    second->line1FieldIds = {"NAME"};
+    second->line2FieldIds = {"QTY", "POS"};
+    layout.addSymbolType(first);
+    layout.addSymbolType(second);
+
+    layout.tableFieldsRenamed({{"POS", "ITEM"}});
+
+    EXPECT_EQ(first->line1FieldIds, (std::vector<std::string>{"ITEM", "QTY"}));
+    EXPECT_EQ(first->line2FieldIds, (std::vector<std::string>{"ITEM"}));
+    EXPECT_EQ(second->line1FieldIds, (std::vector<std::string>{"NAME"}));
+    EXPECT_EQ(second->line2FieldIds, (std::vector<std::string>{"QTY", "ITEM"}));
+}
+
+TEST(BlockLayout, TableFieldsRenamedSwapsTwoIdsAtOnce) {
+    BlockLayout layout;
+    auto symbol = boost::make_shared<SymbolType>();
+    symbol->line1FieldIds = {"A", "B"};
+    layout.addSymbolType(symbol);
+
+    layout.tableFieldsRenamed({{"A", "B"}, {"B", "A"}});
+
+    EXPECT_EQ(symbol->line1FieldIds, (std::vector<std::string>{"B", "A"}));
+}
+
+// A table field's rename, as the block layout dialog passes it on after the row type dialog:
+// nothing names the old ID any more, neither the row's roles and dialog list, nor the styles'
+// table columns, nor the symbol types' lines.
+TEST(BlockLayout, TableFieldRenameReachesRolesDialogListStylesAndSymbolTypes) {
+    BlockLayout layout;
+    auto itemStyle = style("S");
+    layout.addStyle(itemStyle);
+    auto itemRow = rowType("ITEM", {});
+    layout.getTable().addRowType(itemRow);
+    RowType::StyleList styles = layout.styles2();
+    auto pos = boost::make_shared<Field>(true);
+    pos->id = "POS";
+    itemRow->addField(pos, styles);
+    itemStyle->setTableColumn("ITEM", "POS", 4);
+    itemRow->zoneFieldId = "POS";
+    itemRow->keyFieldId = "POS";
+    itemRow->setDialogListFields({"POS"});
+    auto symbol = boost::make_shared<SymbolType>();
+    symbol->line1FieldIds = {"POS"};
+    layout.addSymbolType(symbol);
+
+    pos->id = "ITEMNO";
+    itemRow->fieldRenamed(0, "POS", styles);
+    layout.tableFieldsRenamed({{"POS", "ITEMNO"}});
+
+    EXPECT_EQ(itemRow->zoneFieldId, "ITEMNO");
+    EXPECT_EQ(itemRow->keyFieldId, "ITEMNO");
+    EXPECT_EQ(itemRow->dialogListFields(), (std::vector<std::string>{"ITEMNO"}));
+    EXPECT_FALSE(itemStyle->hasTableColumn("ITEM", "POS"));
+    EXPECT_EQ(itemStyle->getTableColumn("ITEM", "ITEMNO"), 4);
+    EXPECT_EQ(symbol->line1FieldIds, (std::vector<std::string>{"ITEMNO"}));
+}
+
+// A block field's rename reaches every style's placement and every partner reference, and
+// leaves the symbol types alone: their IDs name table fields.
+TEST(BlockLayout, FieldRenamedReachesEveryStyleAndPartnerButNotTheSymbolTypes) {
+    BlockLayout layout;
+    auto first = style("S1");
+    auto second = style("S2");
+    first->setRow("TITLE", 1);
+    second->setColumn("TITLE", 2);
+    layout.addStyle(first);
+    layout.addStyle(second);
+    auto title = field("TITLE");
+    auto partner = field("TITLE2");
+    partner->secondLanguageFieldId = "TITLE";
+    layout.addField(title);
+    layout.addField(partner);
+    auto symbol = boost::make_shared<SymbolType>();
+    symbol->line1FieldIds = {"TITLE"};
+    layout.addSymbolType(symbol);
+
+    title->id = "NAME";
+    layout.fieldRenamed(0, "TITLE");
+
+    EXPECT_EQ(first->getRow("NAME"), 1);
+    EXPECT_EQ(second->getColumn("NAME"), 2);
+    EXPECT_FALSE(first->hasPlacement("TITLE"));
+    EXPECT_FALSE(second->hasPlacement("TITLE"));
+    EXPECT_EQ(partner->secondLanguageFieldId, "NAME");
+    EXPECT_EQ(symbol->line1FieldIds, (std::vector<std::string>{"TITLE"}));
+}
+
+TEST(BlockLayout, RowTypeRenamedLeavesOtherRowTypesColumnsAlone) {
+    BlockLayout layout;
+    auto columns = style("S");
+    columns->setTableColumn("ITEM", "POS", 1);
+    columns->setTableColumn("HEAD", "POS", 2);
+    layout.addStyle(columns);
+    layout.getTable().addRowType(rowType("LINE", {"POS"}));
+
+    layout.rowTypeRenamed(0, "ITEM");
+
+    EXPECT_EQ(columns->getTableColumn("LINE", "POS"), 1);
+    EXPECT_FALSE(columns->hasTableColumn("ITEM", "POS"));
+    EXPECT_EQ(columns->getTableColumn("HEAD", "POS"), 2);
+}
