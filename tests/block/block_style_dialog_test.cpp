@@ -1,8 +1,10 @@
 // The block style dialog alone, shown by the test on a block layout built here, end to end
 // through its resource file.
 
+#include "base/wildcard_filter.h"
 #include "block/block_style_dialog.h"
 #include "block/block_style_dialog_names.h"
+#include "kivug/search_file_list.h"
 #include "model/block_layout.h"
 #include "model/definition_document.h"
 #include "testutil/journal.h"
@@ -14,6 +16,8 @@
 #include <boost/make_shared.hpp>
 
 #include <gtest/gtest.h>
+
+#include <set>
 
 namespace fs = boost::filesystem;
 using QorBorder::BlockLayout;
@@ -380,6 +384,39 @@ TEST_F(BlockTemplateSite, TemplatePickerHoldsEachNameOnce) {
     EXPECT_FALSE(result.passed);
     EXPECT_NE(result.message.find("\"Block Templates\" with 4 rows"), std::string::npos)
         << result.message;
+}
+
+/// The example site as the configurator finds it: installation, common and plant A.
+class ExampleSiteTemplates : public BlockStyleDialogTest {
+protected:
+    ExampleSiteTemplates() {
+        env.set("QORFMT_SITE", (fs::path(QORFMT_EXAMPLES_DIR) / "site").string());
+        env.set("QORFMT_CONFIGURATION", nullptr);
+        env.set("QORFMT_SEARCH_PATH", nullptr);
+    }
+
+    TestUtil::ScopedEnvironment env;
+};
+
+TEST_F(ExampleSiteTemplates, PickerOffersTheTemplateOfEveryStyleOfTheExampleDocuments) {
+    const std::vector<std::string> offered =
+        BlockStyleDialog::templateNames(KivUg::NxSearchFileList("format_defs/block_templates")
+                                            .filePaths(Base::WildcardFilter("*.prt")));
+    const std::set<std::string> offeredSet(offered.begin(), offered.end());
+    int styles = 0;
+    for (const fs::path& file :
+         KivUg::NxSearchFileList("format_defs").filePaths(Base::WildcardFilter("*.fordef"))) {
+        const auto document = QorBorder::DefinitionDocument::load(file);
+        for (const auto& block : document->blockLayouts(QorBorder::AllUnits)) {
+            for (const auto& blockStyle : block->styles()) {
+                ++styles;
+                EXPECT_EQ(offeredSet.count(blockStyle->templateFile), 1u)
+                    << file.filename() << " " << block->id << " " << blockStyle->id << ": "
+                    << blockStyle->templateFile << " is not offered";
+            }
+        }
+    }
+    EXPECT_GE(styles, 9);
 }
 
 } // namespace
