@@ -11,6 +11,7 @@
 #include "ui/single_select_list.h"
 #include "ui/string_item.h"
 
+#include <algorithm>
 #include <cassert>
 #include <initializer_list>
 
@@ -123,10 +124,14 @@ DialogState FieldDialog::onConstruct(StylerEvent* /*event*/) {
     m_defaultToCurrentDate->SetItemValue(field.defaultToCurrentDate);
 
     m_secondLanguageField->SetItems(m_secondLanguageItems);
-    // A field without a partner shows "None" rather than the first field offered.
-    m_secondLanguageField->SetItemValue(field.secondLanguageFieldId.empty()
-                                            ? std::string(Names::kNoSecondLanguageField)
-                                            : field.secondLanguageFieldId);
+    // A field whose partner is not offered (none, or not a field of the layout) shows "None"
+    // rather than the first field offered, which OK would then store.
+    const bool partnerOffered =
+        !field.secondLanguageFieldId.empty() &&
+        std::find(m_secondLanguageItems.begin(), m_secondLanguageItems.end(),
+                  field.secondLanguageFieldId) != m_secondLanguageItems.end();
+    m_secondLanguageField->SetItemValue(
+        partnerOffered ? field.secondLanguageFieldId : std::string(Names::kNoSecondLanguageField));
 
     m_prefix->SetItemValue(field.prefix);
     m_suffix->SetItemValue(field.suffix);

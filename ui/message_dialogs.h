@@ -10,6 +10,8 @@ namespace UI {
 /// The titles of an OK handler's refusals: a missing or malformed value, an ID already used.
 inline constexpr char kValidationError[] = "Validation Error";
 inline constexpr char kDuplicateError[] = "Duplicate Error";
+/// The title under which the dialog framework shows a control's refusal that no handler caught.
+inline constexpr char kControlError[] = "Error";
 
 /// Shows a modal error message box; returns when the user has closed it.
 void errorDialog(const std::string& title, const std::string& message);

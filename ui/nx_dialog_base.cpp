@@ -1,5 +1,8 @@
 #include "ui/nx_dialog_base.h"
 
+#include "ui/message_dialogs.h"
+#include "ui/no_such_entry_error.h"
+
 #include <NXOpen/NXException.hxx>
 #include <NXOpen/UI.hxx>
 #include <NXOpen/UIStyler_Styler.hxx>
@@ -82,7 +85,15 @@ void NXDialogBase::runUpdateHandlers() {
 }
 
 DialogState NXDialogBase::dispatch(const StylerHandler& handler, StylerEvent* event) {
-    const DialogState state = handler(event);
+    DialogState state = DialogStateContinueDialog;
+    try {
+        state = handler(event);
+    } catch (const NoSuchEntryError& error) {
+        // A control refused a value the handler gave it: the rest of that handler is skipped,
+        // and the dialog stays open with everything the user entered, so the user can choose
+        // again or cancel. Ending the dialog, or the whole run, would lose that input.
+        errorDialog(kControlError, error.what());
+    }
     runUpdateHandlers();
     return state;
 }

@@ -76,7 +76,9 @@ public:
     NXDialogBase& operator=(const NXDialogBase&) = delete;
 
     /// Creates the dialog, calls initializeDialog(), shows it until it ends and returns how it
-    /// ended (2 for OK). Exceptions from handlers pass out of it.
+    /// ended (2 for OK). Exceptions from handlers pass out of it, except NoSuchEntryError: that
+    /// one is shown in an error message box titled "Error" with its text, the rest of the
+    /// handler is skipped and the dialog stays open.
     NXOpen::UIStyler::DialogResponse show();
 
     const std::string& dialogResourceFile() const { return m_dialogResourceFile; }

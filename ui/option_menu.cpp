@@ -1,5 +1,6 @@
 #include "ui/option_menu.h"
 
+#include "ui/no_such_entry_error.h"
 #include "ui/strings.h"
 
 namespace KivNX {
@@ -34,6 +35,21 @@ void OptionMenu::SetItemValue(const std::string& text) {
             return;
         }
     }
+    if (text.empty()) {
+        if (!entries.empty()) {
+            NXOpen::UIStyler::OptionMenu::SetItemValue(0);
+        }
+        return;
+    }
+    if (entries.empty()) {
+        throw NoSuchEntryError("The menu has no entries, so it cannot show '" + text + "'.");
+    }
+    std::string listed;
+    for (const std::string& entry : entries) {
+        listed += (listed.empty() ? "'" : ", '") + entry + "'";
+    }
+    throw NoSuchEntryError("The menu has no entry '" + text + "' (its entries: " + listed +
+                           "); it keeps '" + ItemValueString() + "'.");
 }
 
 } // namespace UI

@@ -21,7 +21,10 @@ public:
     std::vector<std::string> Items();
     /// The current entry's text; empty when the menu has no entries.
     std::string ItemValueString();
-    /// Makes the first entry with that text current; without such an entry nothing changes.
+    /// Makes the first entry with that text current. The empty text, when no entry is empty,
+    /// makes the first entry current (a menu whose value was never chosen shows its first
+    /// entry). Any other text that is not an entry changes nothing and throws NoSuchEntryError,
+    /// whose text names the text, the entries and the entry still shown.
     void SetItemValue(const std::string& text);
 };
 

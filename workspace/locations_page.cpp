@@ -1,5 +1,7 @@
 #include "workspace/locations_page.h"
 
+#include "block/block_location_dialog.h"
+#include "model/block_location.h"
 #include "model/def_document_manager.h"
 #include "model/definition_document.h"
 #include "ui/dialog_binder.h"
@@ -7,6 +9,10 @@
 #include "ui/sensitivity.h"
 #include "ui/single_select_list.h"
 #include "workspace/main_dialog_names.h"
+
+#include <boost/make_shared.hpp>
+
+#include <algorithm>
 
 using namespace NXOpen::UIStyler;
 using KivNX::UI::OpensDialog;
@@ -30,11 +36,17 @@ void LocationsPage::bindControls(KivNX::UI::NXDialogBase& dialog) {
     bind.onActivate(*m_list, &LocationsPage::onLocationListActivated, OpensDialog::No);
     bind.update(*m_list, &LocationsPage::updateListSensitivity);
     m_newLocation = bind.control<PushButton>(Names::NEW_LOC);
+    bind.onActivate(*m_newLocation, &LocationsPage::onNewLocationActivated, OpensDialog::Yes);
+    bind.update(*m_newLocation, &LocationsPage::updateNewLocationSensitivity);
     m_editLocation = bind.control<PushButton>(Names::EDIT_LOC);
+    bind.onActivate(*m_editLocation, &LocationsPage::onEditLocationActivated, OpensDialog::Yes);
+    bind.update(*m_editLocation, &LocationsPage::updateSelectedLocationSensitivity);
     m_copyLocation = bind.control<PushButton>(Names::COPY_LOC);
+    bind.onActivate(*m_copyLocation, &LocationsPage::onCopyLocationActivated, OpensDialog::Yes);
+    bind.update(*m_copyLocation, &LocationsPage::updateSelectedLocationSensitivity);
     m_deleteLocation = bind.control<PushButton>(Names::DELETE_LOC);
     bind.onActivate(*m_deleteLocation, &LocationsPage::onDeleteLocationActivated, OpensDialog::No);
-    bind.update(*m_deleteLocation, &LocationsPage::updateDeleteLocationSensitivity);
+    bind.update(*m_deleteLocation, &LocationsPage::updateSelectedLocationSensitivity);
     m_moveUp = bind.control<PushButton>(Names::MOVE_LOC_UP);
     bind.onActivate(*m_moveUp, &LocationsPage::onMoveLocationUpActivated, OpensDialog::No);
     bind.update(*m_moveUp, &LocationsPage::updateMoveUpSensitivity);
@@ -64,7 +76,9 @@ void LocationsPage::refreshFilter() {
     // block's locations than the filter names: the row numbers address the filter's block.
     const std::string shown = filterBlockId();
     m_blockFilter->SetItems(ids);
-    m_blockFilter->SetItemValue(shown);
+    if (std::find(ids.begin(), ids.end(), shown) != ids.end()) {
+        m_blockFilter->SetItemValue(shown);
+    }
     if (filterBlockId() != shown) {
         refreshList();
     }
@@ -93,6 +107,58 @@ DialogState LocationsPage::onBlockFilterActivated(StylerEvent* /*event*/) {
 DialogState LocationsPage::onLocationListActivated(StylerEvent* /*event*/) {
     m_host.deselectListsOtherThan(m_list.get());
     return DialogStateContinueDialog;
+}
+
+DialogState LocationsPage::onNewLocationActivated(StylerEvent* /*event*/) {
+    if (!m_host.activeDocument()) {
+        return DialogStateContinueDialog;
+    }
+    const auto location = boost::make_shared<QorBorder::BlockLocation>();
+    location->blockId = filterBlockId();
+    addThroughDialog(location);
+    return DialogStateContinueDialog;
+}
+
+DialogState LocationsPage::onEditLocationActivated(StylerEvent* /*event*/) {
+    const int row = m_list->SelectedIndexValue();
+    if (!m_host.activeDocument() || row < 0) {
+        return DialogStateContinueDialog;
+    }
+    const auto location = m_host.activeDocument()->getBlockLocation(filterBlockId(), row);
+    if (!location) {
+        return DialogStateContinueDialog;
+    }
+    BlockLocationDialog dialog(location, true);
+    if (dialog.show() == DialogResponseOk) {
+        m_host.markActiveDocumentModified();
+    }
+    refreshList();
+    return DialogStateContinueDialog;
+}
+
+DialogState LocationsPage::onCopyLocationActivated(StylerEvent* /*event*/) {
+    const int row = m_list->SelectedIndexValue();
+    if (!m_host.activeDocument() || row < 0) {
+        return DialogStateContinueDialog;
+    }
+    const auto source = m_host.activeDocument()->getBlockLocation(filterBlockId(), row);
+    if (!source) {
+        return DialogStateContinueDialog;
+    }
+    // The copy keeps every value, its ID too: the dialog refuses it as a duplicate until the
+    // user changes the ID or the block.
+    addThroughDialog(boost::make_shared<QorBorder::BlockLocation>(*source));
+    return DialogStateContinueDialog;
+}
+
+void LocationsPage::addThroughDialog(const boost::shared_ptr<QorBorder::BlockLocation>& location) {
+    BlockLocationDialog dialog(location, false);
+    if (dialog.show() != DialogResponseOk) {
+        return;
+    }
+    m_host.markActiveDocumentModified();
+    m_host.activeDocument()->addBlockLocation(location);
+    refreshList();
 }
 
 DialogState LocationsPage::onDeleteLocationActivated(StylerEvent* /*event*/) {
@@ -139,7 +205,11 @@ void LocationsPage::updateListSensitivity(StylerItem* item) {
     KivNX::UI::setSensitivity(item, m_host.activeDocument() != nullptr);
 }
 
-void LocationsPage::updateDeleteLocationSensitivity(StylerItem* item) {
+void LocationsPage::updateNewLocationSensitivity(StylerItem* item) {
+    KivNX::UI::setSensitivity(item, m_host.activeDocument() && anyBlockLayoutKnown());
+}
+
+void LocationsPage::updateSelectedLocationSensitivity(StylerItem* item) {
     KivNX::UI::setSensitivity(item, m_host.activeDocument() && anyBlockLayoutKnown() &&
                                         m_list->HasSelection());
 }

@@ -24,8 +24,7 @@ class SingleSelectList;
 namespace QorBorderConf {
 
 /// The main dialog's page of block locations, one block layout at a time. New, edit and copy
-/// need the block location dialog, which this program does not have yet: those buttons stay
-/// insensitive until it does.
+/// open the block location dialog.
 class LocationsPage {
 public:
     explicit LocationsPage(PageHost& host) : m_host(host) {}
@@ -51,17 +50,25 @@ private:
 
     DialogState onBlockFilterActivated(StylerEvent* event);
     DialogState onLocationListActivated(StylerEvent* event);
+    DialogState onNewLocationActivated(StylerEvent* event);
+    DialogState onEditLocationActivated(StylerEvent* event);
+    DialogState onCopyLocationActivated(StylerEvent* event);
     DialogState onDeleteLocationActivated(StylerEvent* event);
     DialogState onMoveLocationUpActivated(StylerEvent* event);
     DialogState onMoveLocationDownActivated(StylerEvent* event);
     void updateListSensitivity(StylerItem* item);
-    void updateDeleteLocationSensitivity(StylerItem* item);
+    void updateNewLocationSensitivity(StylerItem* item);
+    /// Edit, copy and delete: they act on the selected location.
+    void updateSelectedLocationSensitivity(StylerItem* item);
     void updateMoveUpSensitivity(StylerItem* item);
     void updateMoveDownSensitivity(StylerItem* item);
 
     /// Exchanges the values of the locations at rows `a` and `b`; both stay where they are in
     /// the document, so their order changes.
     void swapLocations(int a, int b);
+    /// Shows the block location dialog on a location that is not in the document yet and adds
+    /// it at the end of its block's list on OK.
+    void addThroughDialog(const boost::shared_ptr<QorBorder::BlockLocation>& location);
 
     PageHost& m_host;
     /// The locations shown, row i being element i.

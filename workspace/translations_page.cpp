@@ -5,6 +5,7 @@
 #include "ui/sensitivity.h"
 #include "ui/single_select_list.h"
 #include "workspace/main_dialog_names.h"
+#include "workspace/translation_dialog.h"
 
 using namespace NXOpen::UIStyler;
 using KivNX::UI::OpensDialog;
@@ -18,11 +19,17 @@ void TranslationsPage::bindControls(KivNX::UI::NXDialogBase& dialog) {
     bind.onActivate(*m_list, &TranslationsPage::onTranslationListActivated, OpensDialog::No);
     bind.update(*m_list, &TranslationsPage::updateListSensitivity);
     m_newTranslation = bind.control<PushButton>(Names::NEW_TRANSLATION);
+    bind.update(*m_newTranslation, &TranslationsPage::updateListSensitivity);
+    bind.onActivate(*m_newTranslation, &TranslationsPage::onNewTranslationActivated,
+                    OpensDialog::Yes);
     m_editTranslation = bind.control<PushButton>(Names::EDIT_TRANSLATION);
+    bind.onActivate(*m_editTranslation, &TranslationsPage::onEditTranslationActivated,
+                    OpensDialog::Yes);
+    bind.update(*m_editTranslation, &TranslationsPage::updateSelectedTranslationSensitivity);
     m_deleteTranslation = bind.control<PushButton>(Names::DELETE_TRANSLATION);
+    bind.update(*m_deleteTranslation, &TranslationsPage::updateSelectedTranslationSensitivity);
     bind.onActivate(*m_deleteTranslation, &TranslationsPage::onDeleteTranslationActivated,
                     OpensDialog::No);
-    bind.update(*m_deleteTranslation, &TranslationsPage::updateDeleteTranslationSensitivity);
 }
 
 void TranslationsPage::reload() {
@@ -57,6 +64,38 @@ DialogState TranslationsPage::onTranslationListActivated(StylerEvent* /*event*/)
     return DialogStateContinueDialog;
 }
 
+DialogState TranslationsPage::onNewTranslationActivated(StylerEvent* /*event*/) {
+    if (m_host.activeDocument()) {
+        storeThroughDialog("", "", false);
+    }
+    return DialogStateContinueDialog;
+}
+
+DialogState TranslationsPage::onEditTranslationActivated(StylerEvent* /*event*/) {
+    if (!m_host.activeDocument() || !m_list->HasSelection()) {
+        return DialogStateContinueDialog;
+    }
+    const std::string key = m_list->SelectedString();
+    const auto found = m_translations.find(key);
+    storeThroughDialog(key, found != m_translations.end() ? found->second : std::string(), true);
+    return DialogStateContinueDialog;
+}
+
+void TranslationsPage::storeThroughDialog(const std::string& key, const std::string& text,
+                                          bool editMode) {
+    TranslationDialog dialog(key, text, editMode);
+    if (dialog.show() != DialogResponseOk) {
+        return;
+    }
+    // The old key of an edited entry stays on purpose: an edit that changed a part of the key
+    // adds a second entry.
+    m_translations[dialog.key()] = dialog.translation();
+    refreshList();
+    if (const auto& document = m_host.activeDocument()) {
+        document->setFieldTranslations(m_translations);
+    }
+}
+
 DialogState TranslationsPage::onDeleteTranslationActivated(StylerEvent* /*event*/) {
     if (m_host.activeDocument() && m_list->HasSelection()) {
         eraseTranslation(m_list->SelectedString());
@@ -68,7 +107,7 @@ void TranslationsPage::updateListSensitivity(StylerItem* item) {
     KivNX::UI::setSensitivity(item, m_host.activeDocument() != nullptr);
 }
 
-void TranslationsPage::updateDeleteTranslationSensitivity(StylerItem* item) {
+void TranslationsPage::updateSelectedTranslationSensitivity(StylerItem* item) {
     KivNX::UI::setSensitivity(item, m_host.activeDocument() && m_list->HasSelection());
 }
 

@@ -20,9 +20,8 @@ class SingleSelectList;
 namespace QorBorderConf {
 
 /// The main dialog's page of field translations. It keeps the working copy of the active
-/// document's translations and writes it to the document after every change. New and edit need
-/// the translation dialog, which this program does not have yet: those buttons stay insensitive
-/// until it does.
+/// document's translations and writes it to the document after every change. New and edit open
+/// the translation dialog.
 class TranslationsPage {
 public:
     explicit TranslationsPage(PageHost& host) : m_host(host) {}
@@ -46,9 +45,17 @@ private:
     using StylerItem = NXOpen::UIStyler::StylerItem;
 
     DialogState onTranslationListActivated(StylerEvent* event);
+    DialogState onNewTranslationActivated(StylerEvent* event);
+    DialogState onEditTranslationActivated(StylerEvent* event);
     DialogState onDeleteTranslationActivated(StylerEvent* event);
+    /// The list and "NEW_TRANSLATION": sensitive while a document is active.
     void updateListSensitivity(StylerItem* item);
-    void updateDeleteTranslationSensitivity(StylerItem* item);
+    /// Edit and delete: they act on the selected translation.
+    void updateSelectedTranslationSensitivity(StylerItem* item);
+
+    /// Shows the translation dialog; on OK stores its text under its key in the working copy
+    /// (replacing an entry with that key), lists the copy and writes it to the active document.
+    void storeThroughDialog(const std::string& key, const std::string& text, bool editMode);
 
     PageHost& m_host;
     std::map<std::string, std::string> m_translations;

@@ -373,8 +373,10 @@ TEST_F(FieldDialogTest, RowTypeFieldOffersOnlyNoneSoOkLeavesSecondLanguageEmpty)
     EXPECT_JOURNAL_PASSES(show(field, R"J(
   expect items SEC_LANG_FIELD ["None"]
   expect value SEC_LANG_FIELD "None"
+  expect visible CONTROLLED_SETTINGS yes
   ok
 )J"));
+    EXPECT_TRUE(nxsim::shownMessages().empty());
     EXPECT_EQ(field->secondLanguageFieldId, "");
 }
 
@@ -413,6 +415,22 @@ TEST_F(FieldDialogTest, BlockFieldWithoutPartnerShowsNoneAndKeepsNoPartner) {
   ok
 )J",
                                std::vector<std::string>{"TITLE", "TITLE2"}));
+    EXPECT_EQ(field->secondLanguageFieldId, "");
+}
+
+// A partner that is not among the layout's fields is not offered: the menu shows "None", with
+// no message, and OK stores no partner.
+TEST_F(FieldDialogTest, BlockFieldWhosePartnerIsNoFieldOfTheLayoutShowsNone) {
+    auto field = boost::make_shared<Field>();
+    field->id = "TITLE";
+    field->secondLanguageFieldId = "GONE";
+    EXPECT_JOURNAL_PASSES(show(field, R"J(
+  expect value SEC_LANG_FIELD "None"
+  expect visible DEFAULT_STRING yes
+  ok
+)J",
+                               std::vector<std::string>{"TITLE", "TITLE2"}));
+    EXPECT_TRUE(nxsim::shownMessages().empty());
     EXPECT_EQ(field->secondLanguageFieldId, "");
 }
 

@@ -160,6 +160,17 @@ TEST_F(HostProgramTest, TheConfiguratorCreatesSavesAndReopensADocument) {
     EXPECT_FALSE(QImage(QString::fromStdString((shots / expected[7]).string())).isNull());
 }
 
+// The block layout dialog and the field dialog in the host's windows: the journal reaches every
+// control the user works with; on a copy of the example site.
+TEST_F(HostProgramTest, OffscreenEveryControlOfTheBlockLayoutAndFieldDialogsIsReachable) {
+    const fs::path copy = temp.path() / "examples";
+    ASSERT_EQ(
+        std::system(("cp -r '" QORFMT_SOURCE_DIR "/examples' '" + copy.string() + "'").c_str()), 0);
+    ProgramRun run = product("--offscreen --site '" + (copy / "site").string() + "' --replay '" +
+                             (kHostData / "block_dialogs.journal").string() + "'");
+    EXPECT_EQ(run.exitCode, 0) << run.output;
+}
+
 TEST_F(HostProgramTest, AConfiguratorJournalReplaysInTheHostWindows) {
     ProgramRun run = product("--offscreen --replay '" +
                              (kHostData / "configurator_main.journal").string() + "'");

@@ -1,6 +1,7 @@
 #include "framework_dialog.h"
 
 #include "testutil/journal.h"
+#include "ui/no_such_entry_error.h"
 
 #include <gtest/gtest.h>
 
@@ -62,12 +63,52 @@ TEST_F(Controls, OptionMenuGivesTextsAndChoosesByText) {
             EXPECT_EQ(d.menu->ItemValueString(), "alpha");
             d.menu->SetItemValue(std::string("gamma"));
             EXPECT_EQ(d.menu->ItemValue(), 2);
-            d.menu->SetItemValue(std::string("no such entry"));
-            EXPECT_EQ(d.menu->ItemValueString(), "gamma");
             d.menu->SetItems({"one", "two"});
             EXPECT_EQ(d.menu->ItemValueString(), "one");
         },
         "", "expect items MENU [\"one\", \"two\"]\n");
+}
+
+// A value never chosen is stored empty; the menu then shows its first entry.
+TEST_F(Controls, OptionMenuGivenTheEmptyTextShowsItsFirstEntry) {
+    inHandler(
+        [](FrameworkDialog& d) {
+            EXPECT_EQ(d.menu->ItemValueString(), "beta");
+            d.menu->SetItemValue(std::string());
+            EXPECT_EQ(d.menu->ItemValue(), 0);
+            d.menu->SetItems({"", "x"});
+            d.menu->SetItemValue(std::string("x"));
+            d.menu->SetItemValue(std::string());
+            EXPECT_EQ(d.menu->ItemValue(), 0) << "an empty entry is the one chosen";
+            d.menu->SetItems({});
+            EXPECT_NO_THROW(d.menu->SetItemValue(std::string()));
+        },
+        "choose MENU 1\n");
+}
+
+TEST_F(Controls, OptionMenuGivenAnUnknownTextThrowsAndKeepsItsEntry) {
+    inHandler(
+        [](FrameworkDialog& d) {
+            d.menu->SetItemValue(std::string("gamma"));
+            try {
+                d.menu->SetItemValue(std::string("delta"));
+                ADD_FAILURE() << "no exception";
+            } catch (const KivNX::UI::NoSuchEntryError& error) {
+                EXPECT_STREQ(error.what(), "The menu has no entry 'delta' (its entries: 'alpha', "
+                                           "'beta', 'gamma'); it keeps 'gamma'.");
+            }
+            EXPECT_EQ(d.menu->ItemValueString(), "gamma");
+            EXPECT_THROW(d.menu->SetItemValue(std::string("Gamma")), std::invalid_argument)
+                << "texts compare exactly, and the error is a standard exception";
+            d.menu->SetItems({});
+            try {
+                d.menu->SetItemValue(std::string("alpha"));
+                ADD_FAILURE() << "no exception";
+            } catch (const KivNX::UI::NoSuchEntryError& error) {
+                EXPECT_STREQ(error.what(), "The menu has no entries, so it cannot show 'alpha'.");
+            }
+        },
+        "", "expect items MENU []\n");
 }
 
 TEST_F(Controls, StringItemsReadAndWriteNarrowText) {

@@ -118,6 +118,50 @@ TEST_F(NXDialogBase, ExceptionFromHandlerPassesOutOfShow) {
     EXPECT_JOURNAL_PASSES(result);
 }
 
+// A control that refuses a value no handler caught is the one exception the framework handles:
+// the user reads why, the rest of that handler is skipped, the update functions still run, and
+// the dialog stays open with what the user typed.
+TEST_F(NXDialogBase, NoSuchEntryErrorFromAHandlerIsShownAndTheDialogStaysOpen) {
+    FrameworkDialog dialog;
+    dialog.onButton = [](FrameworkDialog& d) {
+        d.string->SetItemValue("before");
+        d.menu->SetItemValue(std::string("delta"));
+        d.string->SetItemValue("after");
+    };
+    DialogResponse response = NXOpen::UIStyler::DialogResponseCancel;
+    EXPECT_JOURNAL_PASSES(run(R"(run
+dialog qorfmt_test_framework
+  set WIDE "typed"
+  choose MENU "beta"
+  press BUTTON
+  message error "Error" "The menu has no entry 'delta' (its entries: 'alpha', 'beta', 'gamma'); it keeps 'beta'."
+  expect value STRING "before"
+  expect value WIDE "typed"
+  expect value MENU "beta"
+  ok
+)",
+                              [&] { response = dialog.show(); }));
+    EXPECT_EQ(response, NXOpen::UIStyler::DialogResponseOk);
+    const std::vector<std::string> tail(dialog.calls.end() - 6, dialog.calls.end());
+    EXPECT_EQ(tail, (std::vector<std::string>{"button", "update button", "update list", "ok",
+                                              "update button", "update list"}));
+}
+
+TEST_F(NXDialogBase, NXExceptionFromHandlerStillPassesOutOfShow) {
+    FrameworkDialog dialog;
+    dialog.onButton = [](FrameworkDialog&) { throw NXOpen::NXException::Create(1105003); };
+    int code = 0;
+    const auto result = run("run\ndialog qorfmt_test_framework\npress BUTTON\n", [&] {
+        try {
+            dialog.show();
+        } catch (const NXOpen::NXException& error) {
+            code = error.ErrorCode();
+        }
+    });
+    EXPECT_EQ(code, 1105003);
+    EXPECT_JOURNAL_PASSES(result);
+}
+
 TEST_F(NXDialogBase, NestedDialogRunsModallyInsideHandler) {
     FrameworkDialog outer;
     DialogResponse innerResponse = NXOpen::UIStyler::DialogResponseCancel;

@@ -92,4 +92,107 @@ TEST_F(LocationsPage, DeletingALocationRemovesItAtOnce) {
     EXPECT_TRUE(nxsim::shownMessages().empty());
 }
 
+TEST_F(LocationsPage, NewMarksTheDocumentModifiedAndAddsTheLocationAtTheEndOfItsBlocksList) {
+    EXPECT_JOURNAL_PASSES(run(std::string(kOpenDocA) + R"J(
+  expect sensitive SAVE_FILE no
+  expect sensitive NEW_LOC yes
+  press NEW_LOC
+    dialog qorborder_config_block_location
+    expect value BLOCK_ID "TB"
+    set ID "L9"
+    set DIALOG_TEXT "Top left of the frame"
+    set OFFSET_X "10"
+    set OFFSET_Y "-10"
+    ok
+  expect items LOCATION_LIST ["L1(Style ID: Any Style)", "L2(Style ID: S1)", "L3(Style ID: Any Style)", "L9(Style ID: Any Style)"]
+  expect selected LOCATION_LIST -1
+  expect sensitive SAVE_FILE yes
+  press SAVE_FILE
+  cancel
+)J"));
+    const auto saved = onDisk("docA.fordef")->blockLocations("TB", "");
+    ASSERT_EQ(saved.size(), 4u);
+    EXPECT_EQ(saved[3]->id, "L9");
+    EXPECT_EQ(saved[3]->blockId, "TB");
+    EXPECT_EQ(saved[3]->dialogText, "Top left of the frame");
+    EXPECT_EQ(saved[3]->offsetX, "10");
+    EXPECT_EQ(saved[3]->offsetY, "-10");
+}
+
+TEST_F(LocationsPage, NewLocationGivenAnotherBlockIsAddedToThatBlocksList) {
+    EXPECT_JOURNAL_PASSES(run(std::string(kOpenDocA) + R"J(
+  press NEW_LOC
+    dialog qorborder_config_block_location
+    choose BLOCK_ID "PL"
+    set ID "P2"
+    set DIALOG_TEXT "Above the title block"
+    choose ASSOCIATE_TO "TB"
+    ok
+  expect value BLOCK_FILTER "TB"
+  expect items LOCATION_LIST ["L1(Style ID: Any Style)", "L2(Style ID: S1)", "L3(Style ID: Any Style)"]
+  choose BLOCK_FILTER "PL"
+  expect items LOCATION_LIST ["P1(Style ID: Any Style)", "P2(Style ID: Any Style)"]
+  cancel
+)J"));
+}
+
+TEST_F(LocationsPage, CancelledNewAddsNothingAndLeavesTheDocumentUnmodified) {
+    EXPECT_JOURNAL_PASSES(run(std::string(kOpenDocA) + R"J(
+  press NEW_LOC
+    dialog qorborder_config_block_location
+    set ID "L9"
+    set DIALOG_TEXT "Never added"
+    cancel
+  expect items LOCATION_LIST ["L1(Style ID: Any Style)", "L2(Style ID: S1)", "L3(Style ID: Any Style)"]
+  expect sensitive SAVE_FILE no
+  cancel
+)J"));
+}
+
+TEST_F(LocationsPage, NewNeedsADocumentAndAKnownBlockLayout) {
+    // Nothing is open: the new document knows no block layout, and neither does the manager.
+    EXPECT_JOURNAL_PASSES(run(R"J(run
+dialog qorborder_config_main
+  expect sensitive NEW_LOC no
+  press NEW_FILE
+  expect sensitive LOCATION_LIST yes
+  expect sensitive NEW_LOC no
+  cancel
+)J"));
+}
+
+TEST_F(LocationsPage, EditAndCopyNeedASelectedLocation) {
+    EXPECT_JOURNAL_PASSES(run(std::string(kOpenDocA) + R"J(
+  expect sensitive EDIT_LOC no
+  expect sensitive COPY_LOC no
+  select LOCATION_LIST 2
+  expect sensitive EDIT_LOC yes
+  expect sensitive COPY_LOC yes
+  select BORDERLIST 0
+  expect selected LOCATION_LIST -1
+  expect sensitive EDIT_LOC no
+  expect sensitive COPY_LOC no
+  cancel
+)J"));
+}
+
+TEST_F(LocationsPage, EditConfirmedMarksTheDocumentModifiedAndCancelledDoesNot) {
+    EXPECT_JOURNAL_PASSES(run(std::string(kOpenDocA) + R"J(
+  select LOCATION_LIST 0
+  press EDIT_LOC
+    dialog qorborder_config_block_location
+    set DIALOG_TEXT "Changed, then cancelled"
+    cancel
+  expect sensitive SAVE_FILE no
+  expect selected LOCATION_LIST -1
+  select LOCATION_LIST 0
+  press EDIT_LOC
+    dialog qorborder_config_block_location
+    set DIALOG_TEXT "Bottom right"
+    ok
+  expect sensitive SAVE_FILE yes
+  cancel
+)J"));
+}
+
 } // namespace

@@ -6,6 +6,8 @@
 
 #include "block/block_layout_dialog.h"
 #include "block/block_layout_dialog_names.h"
+#include "block/block_location_dialog.h"
+#include "block/block_location_dialog_names.h"
 #include "block/block_style_dialog.h"
 #include "block/block_style_dialog_names.h"
 #include "block/field_dialog.h"
@@ -17,6 +19,7 @@
 #include "block/text_choice_dialog.h"
 #include "block/text_choice_dialog_names.h"
 #include "model/block_layout.h"
+#include "model/block_location.h"
 #include "model/block_style.h"
 #include "model/choice.h"
 #include "model/row_type.h"
@@ -26,12 +29,13 @@
 #include "workspace/file_select_dialog_names.h"
 #include "workspace/main_dialog.h"
 #include "workspace/main_dialog_names.h"
+#include "workspace/translation_dialog.h"
+#include "workspace/translation_dialog_names.h"
 
+#include <boost/make_shared.hpp>
 #include <nxsim/dlg.h>
 #include <nxsim/platform.h>
 #include <uf.h>
-
-#include <boost/make_shared.hpp>
 
 #include <gtest/gtest.h>
 
@@ -49,6 +53,8 @@ namespace FileSelect = QorBorderConf::FileSelectDialogNames;
 namespace BlockLayout = QorBorderConf::BlockLayoutDialogNames;
 namespace FieldNames = QorBorderConf::FieldDialogNames;
 namespace TextChoice = QorBorderConf::TextChoiceDialogNames;
+namespace BlockLocation = QorBorderConf::BlockLocationDialogNames;
+namespace Translation = QorBorderConf::TranslationDialogNames;
 namespace BlockStyle = QorBorderConf::BlockStyleDialogNames;
 namespace SymbolType = QorBorderConf::SymbolTypeDialogNames;
 namespace RowType = QorBorderConf::RowTypeDialogNames;
@@ -255,6 +261,49 @@ std::vector<DialogResource> dialogResources() {
              QorBorderConf::TextChoiceDialog dialog(choice);
              dialog.show();
          }}},
+        {"BlockLocationDialog",
+         BlockLocation::kResourceFile,
+         BlockLocation::kDialogName,
+         {
+             {BlockLocation::DIALOG_TEXT, ItemKind::StringItem},
+             {BlockLocation::ID, ItemKind::StringItem},
+             {BlockLocation::BLOCK_ID, ItemKind::OptionMenu},
+             {BlockLocation::BLOCK_STYLE, ItemKind::OptionMenu},
+             {BlockLocation::ATTACH_CORNER, ItemKind::OptionMenu},
+             {BlockLocation::ASSOCIATE_TO, ItemKind::OptionMenu},
+             {BlockLocation::ASSOCIATED_CORNER, ItemKind::OptionMenu},
+             {BlockLocation::OFFSET_X, ItemKind::StringItem},
+             {BlockLocation::OFFSET_Y, ItemKind::StringItem},
+             {BlockLocation::OVERFLOW_DIRECTION, ItemKind::OptionMenu},
+         },
+         {[] {
+              QorBorderConf::BlockLocationDialog dialog(
+                  boost::make_shared<QorBorder::BlockLocation>(), false);
+              dialog.show();
+          },
+          [] {
+              QorBorderConf::BlockLocationDialog dialog(
+                  boost::make_shared<QorBorder::BlockLocation>(), true);
+              dialog.show();
+          }}},
+        {"TranslationDialog",
+         Translation::kResourceFile,
+         Translation::kDialogName,
+         {
+             {Translation::LANGUAGE, ItemKind::StringItem},
+             {Translation::BLOCK_ID, ItemKind::OptionMenu},
+             {Translation::FIELD_ID, ItemKind::OptionMenu},
+             {Translation::LOOKUP_KEY, ItemKind::StringItem},
+             {Translation::TRANSLATION, ItemKind::MultiTextBox},
+         },
+         {[] {
+              QorBorderConf::TranslationDialog dialog("", "", false);
+              dialog.show();
+          },
+          [] {
+              QorBorderConf::TranslationDialog dialog("", "", true);
+              dialog.show();
+          }}},
         {"BlockStyleDialog",
          BlockStyle::kResourceFile,
          BlockStyle::kDialogName,

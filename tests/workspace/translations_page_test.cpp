@@ -53,4 +53,17 @@ TEST_F(TranslationsPage, DeletingATranslationRemovesItAndWritesTheDocument) {
               (std::map<std::string, std::string>{{"FR_TB_TITLE_Drawing", "Dessin"}}));
 }
 
+TEST_F(TranslationsPage, NewFollowsTheDocumentAndEditTheSelection) {
+    EXPECT_JOURNAL_PASSES(run(std::string(kOpenDocA) + R"J(
+  expect sensitive NEW_TRANSLATION yes
+  expect sensitive EDIT_TRANSLATION no
+  select TRANSLATION_LIST 1
+  expect sensitive EDIT_TRANSLATION yes
+  select LOCATION_LIST 0
+  expect selected TRANSLATION_LIST -1
+  expect sensitive EDIT_TRANSLATION no
+  cancel
+)J"));
+}
+
 } // namespace
