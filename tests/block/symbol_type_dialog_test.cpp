@@ -3,8 +3,11 @@
 
 #include "block/symbol_type_dialog.h"
 #include "block/symbol_type_dialog_names.h"
+#include "model/block_layout.h"
+#include "model/definition_document.h"
 #include "model/symbol_type.h"
 #include "testutil/journal.h"
+#include "testutil/temp_dir.h"
 
 #include <nxsim/platform.h>
 #include <uf.h>
@@ -249,6 +252,33 @@ TEST_F(SymbolTypeDialogTest, NoOfferedFieldsLeavesOnlyNoneOnBothLines) {
   expect sensitive MOVEDOWN_LINE1FIELD no
   cancel
 )J");
+}
+
+TEST_F(SymbolTypeDialogTest, SymbolTypeEditedAndSavedReadsBackEqual) {
+    show(R"J(
+  set DIALOG_TEXT "Balloon with material"
+  set TEXTASPECT 0.9
+  choose LINE2FIELDS_TO_ADD "MAT"
+  press ADD_LINE2FIELD
+  select LINE2FIELDS_LIST 0
+  press MOVEDOWN_LINE2FIELD
+  ok
+)J");
+    auto layout = boost::make_shared<QorBorder::BlockLayout>();
+    layout->id = "PL";
+    layout->addSymbolType(symbol);
+    TestUtil::TempDir dir;
+    const boost::filesystem::path file = dir.path() / "blocks.fordef";
+    QorBorder::DefinitionDocument document("");
+    document.addBlockLayout(layout);
+    document.save(file);
+
+    const auto reread = QorBorder::DefinitionDocument::load(file)->getBlockLayout("PL");
+    ASSERT_TRUE(reread);
+    ASSERT_EQ(reread->symbolTypes().size(), 1u);
+    EXPECT_EQ(*reread->symbolTypes().front(), *symbol);
+    EXPECT_EQ(reread->symbolTypes().front()->line2FieldIds,
+              (std::vector<std::string>{"POS", "QTY", "MAT"}));
 }
 
 } // namespace
