@@ -200,6 +200,35 @@ TEST_F(BlockLayoutDialogTest, OkWritesEveryAttributeWithTheUnitsOffset) {
     EXPECT_DOUBLE_EQ(layout->maxHeightMargin, 1.25);
 }
 
+TEST_F(BlockLayoutDialogTest, AnEditedLayoutSavedAndReadAgainIsEqual) {
+    auto layout = titleBlock();
+    EXPECT_JOURNAL_PASSES(show(layout, R"J(
+  set DESCRIPTION "Edited"
+  choose EDIT_METHOD 1
+  toggle FLIP_BLOCK on
+  select FIELDS 0
+  press EDIT_FIELD
+    dialog qorborder_config_field
+    choose TYPE 1
+    press ADD_CHOICE
+      dialog qorborder_config_choice
+      set SHORT_VALUE "A"
+      set FULL_VALUE "first\nsecond"
+      ok
+    ok
+  ok
+)J"));
+    DefinitionDocument document("");
+    document.addBlockLayout(layout);
+    const auto file = dir.path() / "edited.fordef";
+    document.save(file);
+    const auto reread = DefinitionDocument::load(file);
+    const auto readLayout = reread->getBlockLayout("TB");
+    ASSERT_TRUE(readLayout);
+    EXPECT_EQ(*readLayout, *layout);
+    EXPECT_EQ(readLayout->getField(0)->textChoices().at(0).fullValue, "first\nsecond");
+}
+
 TEST_F(BlockLayoutDialogTest, UnitsOfOneSelectTheFirstEntryAndTheThirdEntryStoresThree) {
     auto layout = titleBlock();
     layout->units = 1;
@@ -288,6 +317,19 @@ TEST_F(BlockLayoutDialogTest, OneNonTabularStyleMakesAllSixTableDependentControl
   expect sensitive ROWS_CREATED yes
   expect sensitive ROWTYPE_GROUP yes
   expect sensitive SYMBOL_GROUP no
+  cancel
+)J"));
+}
+
+// The symbol group's own rule runs after every event, so with a row type it stays sensitive even
+// beside a non-tabular style, which greys out the other table settings.
+TEST_F(BlockLayoutDialogTest, WithARowTypeTheSymbolGroupFollowsTheRowTypesBesideANonTabularStyle) {
+    auto layout = titleBlock();
+    layout->addStyle(makeStyle("PLAIN", 1));
+    EXPECT_JOURNAL_PASSES(show(layout, R"J(
+  expect sensitive ROWTYPE_GROUP no
+  expect sensitive REPEATING no
+  expect sensitive SYMBOL_GROUP yes
   cancel
 )J"));
 }

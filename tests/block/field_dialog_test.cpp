@@ -127,6 +127,26 @@ TEST_F(FieldDialogTest, OkWritesEveryControl) {
     EXPECT_EQ(field->broadcastTitle, "DB_PART_NAME");
 }
 
+// Values of controls that the type hides are written as they stand.
+TEST_F(FieldDialogTest, OkWritesTheValuesOfHiddenControlsToo) {
+    auto field = boost::make_shared<Field>();
+    field->id = "ISSUED";
+    EXPECT_JOURNAL_PASSES(show(field, R"J(
+  choose TYPE 2
+  toggle DEFAULT_TO_CURRENT_DATE on
+  choose TYPE 4
+  set ATTR_TITLE "DATE_OF_ISSUE"
+  choose TYPE 0
+  expect visible DEFAULT_TO_CURRENT_DATE no
+  expect visible ATTR_TITLE no
+  ok
+)J",
+                               std::vector<std::string>{}));
+    EXPECT_EQ(field->type, 0);
+    EXPECT_TRUE(field->defaultToCurrentDate);
+    EXPECT_EQ(field->attrTitle, "DATE_OF_ISSUE");
+}
+
 TEST_F(FieldDialogTest, OkWithEmptyIdIsRefusedAndWritesNothing) {
     auto field = choiceField();
     const Field before = *field;
