@@ -386,6 +386,20 @@ TEST_F(BlockTemplateSite, TemplatePickerHoldsEachNameOnce) {
         << result.message;
 }
 
+// The list picker of the dialog framework answers an empty list as cancelled without showing
+// it, so an empty search changes nothing.
+TEST_F(BlockStyleDialogTest, EmptyTemplateSearchChangesNothing) {
+    TestUtil::TempDir dir;
+    dir.write("site/site.conf", "# no configurations\n");
+    TestUtil::ScopedEnvironment env;
+    env.set("QORFMT_SITE", (dir.path() / "site").string());
+    env.set("QORFMT_CONFIGURATION", nullptr);
+    env.set("QORFMT_SEARCH_PATH", nullptr);
+    EXPECT_EQ(show("press BROWSE_TEMPLATE\nexpect value TEMPLATE_FILE \"title_block.prt\"\nok\n"),
+              2);
+    EXPECT_EQ(style->templateFile, "title_block.prt");
+}
+
 /// The example site as the configurator finds it: installation, common and plant A.
 class ExampleSiteTemplates : public BlockStyleDialogTest {
 protected:
