@@ -1,7 +1,10 @@
 #include "block/block_layout_dialog.h"
 
 #include "block/block_layout_dialog_names.h"
+#include "block/block_style_dialog.h"
 #include "block/field_dialog.h"
+#include "block/row_type_dialog.h"
+#include "block/symbol_type_dialog.h"
 #include "model/block_layout.h"
 #include "model/def_document_manager.h"
 #include "ui/dialog_binder.h"
@@ -66,15 +69,15 @@ void BlockLayoutDialog::initializeDialog() {
     m_sbfBase = bind.control<RadioBox>(Names::SBF_BASE);
     m_sbfFileName = bind.control<KivNX::UI::StringItem>(Names::SBF_FILENAME);
 
-    // The activate handlers of "ADD_STYLE", "EDIT_STYLE" and "COPY_STYLE" come with the block
-    // style dialog that they open (onAddStyleActivated, onEditStyleActivated,
-    // onCopyStyleActivated; all open a dialog).
     m_styleList = bind.control<KivNX::UI::SingleSelectList>(Names::STYLES);
     bind.onActivate(*m_styleList, &BlockLayoutDialog::onListActivated, OpensDialog::No);
     m_addStyle = bind.control<PushButton>(Names::ADD_STYLE);
+    bind.onActivate(*m_addStyle, &BlockLayoutDialog::onAddStyleActivated, OpensDialog::Yes);
     m_editStyle = bind.control<PushButton>(Names::EDIT_STYLE);
+    bind.onActivate(*m_editStyle, &BlockLayoutDialog::onEditStyleActivated, OpensDialog::Yes);
     bind.update(*m_editStyle, &BlockLayoutDialog::updateStyleButtonSensitivity);
     m_copyStyle = bind.control<PushButton>(Names::COPY_STYLE);
+    bind.onActivate(*m_copyStyle, &BlockLayoutDialog::onCopyStyleActivated, OpensDialog::Yes);
     bind.update(*m_copyStyle, &BlockLayoutDialog::updateStyleButtonSensitivity);
     m_deleteStyle = bind.control<PushButton>(Names::DELETE_STYLE);
     bind.onActivate(*m_deleteStyle, &BlockLayoutDialog::onDeleteStyleActivated, OpensDialog::No);
@@ -98,13 +101,13 @@ void BlockLayoutDialog::initializeDialog() {
     bind.onActivate(*m_deleteField, &BlockLayoutDialog::onDeleteFieldActivated, OpensDialog::No);
     bind.update(*m_deleteField, &BlockLayoutDialog::updateFieldButtonSensitivity);
 
-    // The activate handlers of "ADD_ROWTYPE" and "EDIT_ROWTYPE" come with the row type dialog
-    // (onAddRowTypeActivated, onEditRowTypeActivated; both open a dialog).
     m_rowTypeGroup = bind.control<GroupBox>(Names::ROWTYPE_GROUP);
     m_rowTypeList = bind.control<KivNX::UI::SingleSelectList>(Names::ROWTYPES);
     bind.onActivate(*m_rowTypeList, &BlockLayoutDialog::onListActivated, OpensDialog::No);
     m_addRowType = bind.control<PushButton>(Names::ADD_ROWTYPE);
+    bind.onActivate(*m_addRowType, &BlockLayoutDialog::onAddRowTypeActivated, OpensDialog::Yes);
     m_editRowType = bind.control<PushButton>(Names::EDIT_ROWTYPE);
+    bind.onActivate(*m_editRowType, &BlockLayoutDialog::onEditRowTypeActivated, OpensDialog::Yes);
     bind.update(*m_editRowType, &BlockLayoutDialog::updateRowTypeButtonSensitivity);
     m_deleteRowType = bind.control<PushButton>(Names::DELETE_ROWTYPE);
     bind.onActivate(*m_deleteRowType, &BlockLayoutDialog::onDeleteRowTypeActivated,
@@ -116,12 +119,14 @@ void BlockLayoutDialog::initializeDialog() {
     m_maxHeightMargin = bind.control<RealItem>(Names::MAXHEIGHT_MARGIN);
     m_allowOverride = bind.control<Toggle>(Names::ALLOW_OVERRIDE);
 
-    // The activate handlers of "ADD_SYMBOLTYPE" and "EDIT_SYMBOLTYPE" come with the symbol type
-    // dialog (onAddSymbolTypeActivated, onEditSymbolTypeActivated; both open a dialog).
     m_symbolTypeList = bind.control<KivNX::UI::SingleSelectList>(Names::SYMBOLTYPES);
     bind.onActivate(*m_symbolTypeList, &BlockLayoutDialog::onListActivated, OpensDialog::No);
     m_addSymbolType = bind.control<PushButton>(Names::ADD_SYMBOLTYPE);
+    bind.onActivate(*m_addSymbolType, &BlockLayoutDialog::onAddSymbolTypeActivated,
+                    OpensDialog::Yes);
     m_editSymbolType = bind.control<PushButton>(Names::EDIT_SYMBOLTYPE);
+    bind.onActivate(*m_editSymbolType, &BlockLayoutDialog::onEditSymbolTypeActivated,
+                    OpensDialog::Yes);
     bind.update(*m_editSymbolType, &BlockLayoutDialog::updateSymbolTypeButtonSensitivity);
     m_deleteSymbolType = bind.control<PushButton>(Names::DELETE_SYMBOLTYPE);
     bind.onActivate(*m_deleteSymbolType, &BlockLayoutDialog::onDeleteSymbolTypeActivated,
@@ -431,23 +436,22 @@ BlockLayoutDialog::showFieldDialog(const boost::shared_ptr<QorBorder::Field>& fi
     return dialog.show();
 }
 
-// The block style, row type and symbol type dialogs come in their own change, which fills these
-// three and registers the buttons that call them; until then those buttons have no handler, so
-// nothing reaches these.
 DialogResponse
-BlockLayoutDialog::showStyleDialog(const boost::shared_ptr<QorBorder::BlockStyle>& /*style*/) {
-    return DialogResponseCancel;
+BlockLayoutDialog::showStyleDialog(const boost::shared_ptr<QorBorder::BlockStyle>& style) {
+    BlockStyleDialog dialog(style, m_layout);
+    return dialog.show();
 }
 
 DialogResponse
-BlockLayoutDialog::showRowTypeDialog(const boost::shared_ptr<QorBorder::RowType>& /*rowType*/) {
-    return DialogResponseCancel;
+BlockLayoutDialog::showRowTypeDialog(const boost::shared_ptr<QorBorder::RowType>& rowType) {
+    RowTypeDialog dialog(rowType, m_layout);
+    return dialog.show();
 }
 
 DialogResponse BlockLayoutDialog::showSymbolTypeDialog(
-    const boost::shared_ptr<QorBorder::SymbolType>& /*symbolType*/) {
-    // The symbol type dialog is given symbolFieldIds().
-    return DialogResponseCancel;
+    const boost::shared_ptr<QorBorder::SymbolType>& symbolType) {
+    SymbolTypeDialog dialog(symbolType, symbolFieldIds());
+    return dialog.show();
 }
 
 void BlockLayoutDialog::updateStyleButtonSensitivity(StylerItem* item) {

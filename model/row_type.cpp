@@ -40,6 +40,11 @@ boost::shared_ptr<const Field> RowType::getField(const std::string& fieldId) con
 
 void RowType::addField(const boost::shared_ptr<Field>& field, StyleList& styles) {
     m_fields.push_back(field);
+    // A row type that has no ID yet (a new one, whose ID reaches it when its dialog ends) would
+    // leave entries under "" that no row type ever claims; its columns are stored once it has one.
+    if (id.empty()) {
+        return;
+    }
     for (const boost::shared_ptr<BlockStyle>& style : styles) {
         if (!style->hasTableColumn(id, field->id)) {
             style->setTableColumn(id, field->id, 0);

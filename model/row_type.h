@@ -49,7 +49,8 @@ public:
     boost::shared_ptr<Field> getField(int index);
     /// The first field with that ID, or an empty pointer.
     boost::shared_ptr<const Field> getField(const std::string& id) const;
-    /// Appends; every style gets a table column entry (0) for the new field unless it has one.
+    /// Appends; every style gets a table column entry (0) for the new field unless it has one,
+    /// provided the row type has an ID.
     void addField(const boost::shared_ptr<Field>& field, StyleList& styles);
     /// Removes the field and, unless another field of the row has the same ID, its entries in
     /// the styles, its place in the dialog list and the roles it held. Throws std::out_of_range.

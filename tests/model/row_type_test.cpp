@@ -34,6 +34,15 @@ TEST(RowType, AddFieldGivesEveryStyleAColumnEntryForTheField) {
     EXPECT_EQ(row.fields().size(), 1u);
 }
 
+TEST(RowType, AddFieldToARowTypeWithoutIdLeavesTheStylesAlone) {
+    RowType row;
+    RowType::StyleList styles = twoStyles();
+    row.addField(tableField("T"), styles);
+    EXPECT_TRUE(styles[0]->tableColumns().empty());
+    EXPECT_TRUE(styles[1]->tableColumns().empty());
+    EXPECT_EQ(row.fields().size(), 1u);
+}
+
 TEST(RowType, DeleteFieldRemovesItFromTheStyles) {
     RowType row;
     row.id = "ROW";

@@ -8,8 +8,14 @@
 #include "block/block_layout_dialog_names.h"
 #include "block/block_location_dialog.h"
 #include "block/block_location_dialog_names.h"
+#include "block/block_style_dialog.h"
+#include "block/block_style_dialog_names.h"
 #include "block/field_dialog.h"
 #include "block/field_dialog_names.h"
+#include "block/row_type_dialog.h"
+#include "block/row_type_dialog_names.h"
+#include "block/symbol_type_dialog.h"
+#include "block/symbol_type_dialog_names.h"
 #include "block/text_choice_dialog.h"
 #include "block/text_choice_dialog_names.h"
 #include "border/border_layout_dialog.h"
@@ -18,8 +24,11 @@
 #include "border/drawing_size_dialog_names.h"
 #include "model/block_layout.h"
 #include "model/block_location.h"
+#include "model/block_style.h"
 #include "model/border_layout.h"
 #include "model/choice.h"
+#include "model/row_type.h"
+#include "model/symbol_type.h"
 #include "testutil/journal.h"
 #include "workspace/file_select_dialog.h"
 #include "workspace/file_select_dialog_names.h"
@@ -54,6 +63,9 @@ namespace FieldNames = QorBorderConf::FieldDialogNames;
 namespace TextChoice = QorBorderConf::TextChoiceDialogNames;
 namespace BlockLocation = QorBorderConf::BlockLocationDialogNames;
 namespace Translation = QorBorderConf::TranslationDialogNames;
+namespace BlockStyle = QorBorderConf::BlockStyleDialogNames;
+namespace SymbolType = QorBorderConf::SymbolTypeDialogNames;
+namespace RowType = QorBorderConf::RowTypeDialogNames;
 
 struct BoundControl {
     const char* name;
@@ -365,6 +377,101 @@ std::vector<DialogResource> dialogResources() {
               QorBorderConf::TranslationDialog dialog("", "", true);
               dialog.show();
           }}},
+        {"BlockStyleDialog",
+         BlockStyle::kResourceFile,
+         BlockStyle::kDialogName,
+         {
+             {BlockStyle::ID, ItemKind::StringItem},
+             {BlockStyle::DIALOG_TEXT, ItemKind::StringItem},
+             {BlockStyle::TEMPLATE_FILE, ItemKind::StringItem},
+             {BlockStyle::BROWSE_TEMPLATE, ItemKind::PushButton},
+             {BlockStyle::TEMPLATE_TYPE, ItemKind::OptionMenu},
+             {BlockStyle::TABULAR_NOTE_SETTINGS, ItemKind::GroupBox},
+             {BlockStyle::FIELD_SETTINGS, ItemKind::GroupBox},
+             {BlockStyle::FIELD_LIST, ItemKind::OptionMenu},
+             {BlockStyle::ROW_LOC, ItemKind::IntegerItem},
+             {BlockStyle::COL_LOC, ItemKind::IntegerItem},
+             {BlockStyle::IN_HEADER, ItemKind::Toggle},
+             {BlockStyle::TABLE_SETTINGS, ItemKind::GroupBox},
+             {BlockStyle::ROW_TYPE, ItemKind::OptionMenu},
+             {BlockStyle::TABLE_FIELD, ItemKind::OptionMenu},
+             {BlockStyle::TABLE_FIELD_COLUMN, ItemKind::IntegerItem},
+             {BlockStyle::GENERAL_SETTINGS, ItemKind::GroupBox},
+             {BlockStyle::FIELD_INDEX_LIST, ItemKind::OptionMenu},
+             {BlockStyle::FIELD_INDEX, ItemKind::IntegerItem},
+         },
+         {[] {
+             QorBorderConf::BlockStyleDialog dialog(boost::make_shared<QorBorder::BlockStyle>(),
+                                                    boost::make_shared<QorBorder::BlockLayout>());
+             dialog.show();
+         }}},
+        {"RowTypeDialog",
+         RowType::kResourceFile,
+         RowType::kDialogName,
+         {
+             {RowType::ID, ItemKind::StringItem},
+             {RowType::HEADER_ROW, ItemKind::IntegerItem},
+             {RowType::SHOW_BOTTOM_BORDER, ItemKind::Toggle},
+             {RowType::LIST_SEPARATOR, ItemKind::StringItem},
+             {RowType::FIELD_LIST, ItemKind::SingleSelectList},
+             {RowType::ADD_FIELD, ItemKind::PushButton},
+             {RowType::COPY_FIELD, ItemKind::PushButton},
+             {RowType::EDIT_FIELD, ItemKind::PushButton},
+             {RowType::DELETE_FIELD, ItemKind::PushButton},
+             {RowType::SET_ZONE, ItemKind::PushButton},
+             {RowType::SET_TYPE_MANAGER, ItemKind::PushButton},
+             {RowType::SET_KEY_FIELD, ItemKind::PushButton},
+             {RowType::DIALOGFIELDS_LIST, ItemKind::SingleSelectList},
+             {RowType::DIALOGFIELDS_TO_ADD, ItemKind::OptionMenu},
+             {RowType::ADD_DIALOGFIELD, ItemKind::PushButton},
+             {RowType::MOVEUP_DIALOGFIELD, ItemKind::PushButton},
+             {RowType::MOVEDOWN_DIALOGFIELD, ItemKind::PushButton},
+             {RowType::DELETE_DIALOGFIELD, ItemKind::PushButton},
+             {RowType::TYPE_MANAGER_CHOICE, ItemKind::OptionMenu},
+             {RowType::VALID_SYMBOL_LIST, ItemKind::WideString},
+             {RowType::DISABLED_FIELD_LIST, ItemKind::WideString},
+         },
+         {[] {
+             QorBorderConf::RowTypeDialog dialog(boost::make_shared<QorBorder::RowType>(),
+                                                 boost::make_shared<QorBorder::BlockLayout>());
+             dialog.show();
+         }}},
+        {"SymbolTypeDialog",
+         SymbolType::kResourceFile,
+         SymbolType::kDialogName,
+         {
+             {SymbolType::DIALOG_TEXT, ItemKind::StringItem},
+             {SymbolType::TYPE, ItemKind::OptionMenu},
+             {SymbolType::LAYER, ItemKind::IntegerItem},
+             {SymbolType::COLOR, ItemKind::ColorTool},
+             {SymbolType::FONTNAME, ItemKind::StringItem},
+             {SymbolType::SYMBOLSIZE, ItemKind::RealItem},
+             {SymbolType::TEXTSIZE, ItemKind::RealItem},
+             {SymbolType::TEXTASPECT, ItemKind::RealItem},
+             {SymbolType::LINE1_SCALE, ItemKind::RealItem},
+             {SymbolType::LINE2_SCALE, ItemKind::RealItem},
+             {SymbolType::CUSTOMSYMBOLNAME, ItemKind::StringItem},
+             {SymbolType::IDSYMBOL_GROUP, ItemKind::GroupBox},
+             {SymbolType::CUSTOMSYMBOL_GROUP, ItemKind::GroupBox},
+             {SymbolType::LINE2FIELDS_GROUP, ItemKind::GroupBox},
+             {SymbolType::LINE1FIELDS_LIST, ItemKind::SingleSelectList},
+             {SymbolType::LINE2FIELDS_LIST, ItemKind::SingleSelectList},
+             {SymbolType::LINE1FIELDS_TO_ADD, ItemKind::OptionMenu},
+             {SymbolType::LINE2FIELDS_TO_ADD, ItemKind::OptionMenu},
+             {SymbolType::ADD_LINE1FIELD, ItemKind::PushButton},
+             {SymbolType::MOVEUP_LINE1FIELD, ItemKind::PushButton},
+             {SymbolType::MOVEDOWN_LINE1FIELD, ItemKind::PushButton},
+             {SymbolType::DELETE_LINE1FIELD, ItemKind::PushButton},
+             {SymbolType::ADD_LINE2FIELD, ItemKind::PushButton},
+             {SymbolType::MOVEUP_LINE2FIELD, ItemKind::PushButton},
+             {SymbolType::MOVEDOWN_LINE2FIELD, ItemKind::PushButton},
+             {SymbolType::DELETE_LINE2FIELD, ItemKind::PushButton},
+         },
+         {[] {
+             QorBorderConf::SymbolTypeDialog dialog(boost::make_shared<QorBorder::SymbolType>(),
+                                                    {"A", "B"});
+             dialog.show();
+         }}},
     };
 }
 

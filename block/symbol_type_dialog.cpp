@@ -1,0 +1,280 @@
+#include "block/symbol_type_dialog.h"
+
+#include "block/symbol_type_dialog_names.h"
+#include "model/symbol_type.h"
+#include "ui/dialog_binder.h"
+#include "ui/message_dialogs.h"
+#include "ui/option_menu.h"
+#include "ui/sensitivity.h"
+#include "ui/single_select_list.h"
+#include "ui/string_item.h"
+
+#include <algorithm>
+#include <cassert>
+#include <iterator>
+#include <utility>
+
+using namespace NXOpen::UIStyler;
+using KivNX::UI::OpensDialog;
+namespace Names = QorBorderConf::SymbolTypeDialogNames;
+
+namespace QorBorderConf {
+
+namespace {
+
+constexpr int kIdSymbol = 0;
+constexpr char kNone[] = "None";
+
+} // namespace
+
+SymbolTypeDialog::SymbolTypeDialog(boost::shared_ptr<QorBorder::SymbolType> symbolType,
+                                   const std::vector<std::string>& fieldIds)
+    : NXDialogBase(Names::kResourceFile, Names::kDialogName), m_symbolType(std::move(symbolType)),
+      m_fieldIds(fieldIds) {}
+
+void SymbolTypeDialog::initializeDialog() {
+    using Self = SymbolTypeDialog;
+    KivNX::UI::DialogBinder bind(*this, *this);
+    bind.onConstruct(&Self::onConstruct);
+    bind.onOkay(&Self::onOk);
+
+    m_dialogText = bind.control<KivNX::UI::StringItem>(Names::DIALOG_TEXT);
+    m_type = bind.control<KivNX::UI::OptionMenu>(Names::TYPE);
+    bind.onActivate(*m_type, &Self::onTypeActivated, OpensDialog::No);
+    m_layer = bind.control<IntegerItem>(Names::LAYER);
+    m_color = bind.control<ColorTool>(Names::COLOR);
+    m_fontName = bind.control<KivNX::UI::StringItem>(Names::FONTNAME);
+    m_symbolSize = bind.control<RealItem>(Names::SYMBOLSIZE);
+    m_textSize = bind.control<RealItem>(Names::TEXTSIZE);
+    m_textAspect = bind.control<RealItem>(Names::TEXTASPECT);
+    m_line1Scale = bind.control<RealItem>(Names::LINE1_SCALE);
+    m_line2Scale = bind.control<RealItem>(Names::LINE2_SCALE);
+    m_customSymbolName = bind.control<KivNX::UI::StringItem>(Names::CUSTOMSYMBOLNAME);
+    m_idSymbolGroup = bind.control<GroupBox>(Names::IDSYMBOL_GROUP);
+    m_customSymbolGroup = bind.control<GroupBox>(Names::CUSTOMSYMBOL_GROUP);
+    m_line2FieldsGroup = bind.control<GroupBox>(Names::LINE2FIELDS_GROUP);
+
+    m_line1.list = bind.control<KivNX::UI::SingleSelectList>(Names::LINE1FIELDS_LIST);
+    m_line2.list = bind.control<KivNX::UI::SingleSelectList>(Names::LINE2FIELDS_LIST);
+    m_line1.toAdd = bind.control<KivNX::UI::OptionMenu>(Names::LINE1FIELDS_TO_ADD);
+    m_line2.toAdd = bind.control<KivNX::UI::OptionMenu>(Names::LINE2FIELDS_TO_ADD);
+    for (LineControls* line : {&m_line1, &m_line2}) {
+        bind.onActivate(*line->list, &Self::onSelectionActivated, OpensDialog::No);
+        bind.onActivate(*line->toAdd, &Self::onSelectionActivated, OpensDialog::No);
+    }
+
+    m_line1.add = bind.control<PushButton>(Names::ADD_LINE1FIELD);
+    bind.onActivate(*m_line1.add, &Self::onAddLine1FieldActivated, OpensDialog::No);
+    bind.update(*m_line1.add, &Self::updateAddLine1FieldSensitivity);
+    m_line1.moveUp = bind.control<PushButton>(Names::MOVEUP_LINE1FIELD);
+    bind.onActivate(*m_line1.moveUp, &Self::onMoveUpLine1FieldActivated, OpensDialog::No);
+    bind.update(*m_line1.moveUp, &Self::updateMoveUpLine1FieldSensitivity);
+    m_line1.moveDown = bind.control<PushButton>(Names::MOVEDOWN_LINE1FIELD);
+    bind.onActivate(*m_line1.moveDown, &Self::onMoveDownLine1FieldActivated, OpensDialog::No);
+    bind.update(*m_line1.moveDown, &Self::updateMoveDownLine1FieldSensitivity);
+    m_line1.remove = bind.control<PushButton>(Names::DELETE_LINE1FIELD);
+    bind.onActivate(*m_line1.remove, &Self::onDeleteLine1FieldActivated, OpensDialog::No);
+    bind.update(*m_line1.remove, &Self::updateDeleteLine1FieldSensitivity);
+
+    m_line2.add = bind.control<PushButton>(Names::ADD_LINE2FIELD);
+    bind.onActivate(*m_line2.add, &Self::onAddLine2FieldActivated, OpensDialog::No);
+    bind.update(*m_line2.add, &Self::updateAddLine2FieldSensitivity);
+    m_line2.moveUp = bind.control<PushButton>(Names::MOVEUP_LINE2FIELD);
+    bind.onActivate(*m_line2.moveUp, &Self::onMoveUpLine2FieldActivated, OpensDialog::No);
+    bind.update(*m_line2.moveUp, &Self::updateMoveUpLine2FieldSensitivity);
+    m_line2.moveDown = bind.control<PushButton>(Names::MOVEDOWN_LINE2FIELD);
+    bind.onActivate(*m_line2.moveDown, &Self::onMoveDownLine2FieldActivated, OpensDialog::No);
+    bind.update(*m_line2.moveDown, &Self::updateMoveDownLine2FieldSensitivity);
+    m_line2.remove = bind.control<PushButton>(Names::DELETE_LINE2FIELD);
+    bind.onActivate(*m_line2.remove, &Self::onDeleteLine2FieldActivated, OpensDialog::No);
+    bind.update(*m_line2.remove, &Self::updateDeleteLine2FieldSensitivity);
+}
+
+DialogState SymbolTypeDialog::onConstruct(StylerEvent* /*event*/) {
+    assert(m_dialogText && m_type && m_line1.list && m_line2.list);
+    const QorBorder::SymbolType& symbol = *m_symbolType;
+    m_dialogText->SetItemValue(symbol.dialogText);
+    m_type->SetItemValue(static_cast<int>(symbol.type));
+    m_color->SetItemValue(symbol.color);
+    m_layer->SetItemValue(symbol.layer);
+    m_fontName->SetItemValue(symbol.fontName);
+    m_symbolSize->SetItemValue(symbol.symbolSize);
+    m_textSize->SetItemValue(symbol.textSize);
+    m_textAspect->SetItemValue(symbol.textAspect);
+    m_line1Scale->SetItemValue(symbol.line1Scale);
+    m_line2Scale->SetItemValue(symbol.line2Scale);
+    m_customSymbolName->SetItemValue(symbol.customSymbolName);
+    m_line1.list->SetListItems(symbol.line1FieldIds);
+    m_line2.list->SetListItems(symbol.line2FieldIds);
+    rebuildAddMenu(m_line1);
+    rebuildAddMenu(m_line2);
+    applyType();
+    return DialogStateContinueDialog;
+}
+
+DialogState SymbolTypeDialog::onOk(StylerEvent* /*event*/) {
+    if (m_dialogText->ItemValue().empty()) {
+        return KivNX::UI::refuse(*m_dialogText, KivNX::UI::kValidationError,
+                                 "Dialog text must not be empty.");
+    }
+
+    // The values of the hidden group are written too.
+    QorBorder::SymbolType& symbol = *m_symbolType;
+    symbol.dialogText = m_dialogText->ItemValue();
+    symbol.type = m_type->ItemValue();
+    symbol.color = m_color->ItemValue();
+    symbol.layer = m_layer->ItemValue();
+    symbol.line1FieldIds = m_line1.list->ListItems();
+    symbol.line2FieldIds = m_line2.list->ListItems();
+    symbol.fontName = m_fontName->ItemValue();
+    symbol.symbolSize = m_symbolSize->ItemValue();
+    symbol.textSize = m_textSize->ItemValue();
+    symbol.textAspect = m_textAspect->ItemValue();
+    symbol.line1Scale = m_line1Scale->ItemValue();
+    symbol.line2Scale = m_line2Scale->ItemValue();
+    symbol.customSymbolName = m_customSymbolName->ItemValue();
+    return DialogStateExitDialog;
+}
+
+DialogState SymbolTypeDialog::onTypeActivated(StylerEvent* /*event*/) {
+    applyType();
+    return DialogStateContinueDialog;
+}
+
+DialogState SymbolTypeDialog::onSelectionActivated(StylerEvent* /*event*/) {
+    return DialogStateContinueDialog;
+}
+
+DialogState SymbolTypeDialog::onAddLine1FieldActivated(StylerEvent* /*event*/) {
+    addField(m_line1);
+    return DialogStateContinueDialog;
+}
+
+DialogState SymbolTypeDialog::onMoveUpLine1FieldActivated(StylerEvent* /*event*/) {
+    moveField(m_line1, -1);
+    return DialogStateContinueDialog;
+}
+
+DialogState SymbolTypeDialog::onMoveDownLine1FieldActivated(StylerEvent* /*event*/) {
+    moveField(m_line1, 1);
+    return DialogStateContinueDialog;
+}
+
+DialogState SymbolTypeDialog::onDeleteLine1FieldActivated(StylerEvent* /*event*/) {
+    deleteField(m_line1);
+    return DialogStateContinueDialog;
+}
+
+DialogState SymbolTypeDialog::onAddLine2FieldActivated(StylerEvent* /*event*/) {
+    addField(m_line2);
+    return DialogStateContinueDialog;
+}
+
+DialogState SymbolTypeDialog::onMoveUpLine2FieldActivated(StylerEvent* /*event*/) {
+    moveField(m_line2, -1);
+    return DialogStateContinueDialog;
+}
+
+DialogState SymbolTypeDialog::onMoveDownLine2FieldActivated(StylerEvent* /*event*/) {
+    moveField(m_line2, 1);
+    return DialogStateContinueDialog;
+}
+
+DialogState SymbolTypeDialog::onDeleteLine2FieldActivated(StylerEvent* /*event*/) {
+    deleteField(m_line2);
+    return DialogStateContinueDialog;
+}
+
+void SymbolTypeDialog::updateAddLine1FieldSensitivity(StylerItem* item) {
+    KivNX::UI::setSensitivity(item, canAdd(m_line1));
+}
+
+// The move-up rule reads the selection of the menu of addable fields, not of the list: that is
+// the rule the dialog has always had, kept as it is.
+void SymbolTypeDialog::updateMoveUpLine1FieldSensitivity(StylerItem* item) {
+    KivNX::UI::setSensitivity(item, m_line1.toAdd->ItemValue() >= 1);
+}
+
+void SymbolTypeDialog::updateMoveDownLine1FieldSensitivity(StylerItem* item) {
+    KivNX::UI::setSensitivity(item, canMoveDown(m_line1));
+}
+
+void SymbolTypeDialog::updateDeleteLine1FieldSensitivity(StylerItem* item) {
+    KivNX::UI::setSensitivity(item, m_line1.list->HasSelection());
+}
+
+void SymbolTypeDialog::updateAddLine2FieldSensitivity(StylerItem* item) {
+    KivNX::UI::setSensitivity(item, canAdd(m_line2));
+}
+
+void SymbolTypeDialog::updateMoveUpLine2FieldSensitivity(StylerItem* item) {
+    KivNX::UI::setSensitivity(item, m_line2.toAdd->ItemValue() >= 1);
+}
+
+void SymbolTypeDialog::updateMoveDownLine2FieldSensitivity(StylerItem* item) {
+    KivNX::UI::setSensitivity(item, canMoveDown(m_line2));
+}
+
+void SymbolTypeDialog::updateDeleteLine2FieldSensitivity(StylerItem* item) {
+    KivNX::UI::setSensitivity(item, m_line2.list->HasSelection());
+}
+
+void SymbolTypeDialog::applyType() {
+    const bool idSymbol = m_type->ItemValue() == kIdSymbol;
+    m_idSymbolGroup->SetVisibility(idSymbol);
+    m_line2FieldsGroup->SetVisibility(idSymbol);
+    m_customSymbolGroup->SetVisibility(!idSymbol);
+}
+
+void SymbolTypeDialog::rebuildAddMenu(LineControls& line) {
+    std::vector<std::string> offered = m_fieldIds;
+    std::sort(offered.begin(), offered.end());
+    std::vector<std::string> onLine = line.list->ListItems();
+    std::sort(onLine.begin(), onLine.end());
+    std::vector<std::string> addable;
+    std::set_difference(offered.begin(), offered.end(), onLine.begin(), onLine.end(),
+                        std::back_inserter(addable));
+    if (addable.empty()) {
+        addable.push_back(kNone);
+    }
+    line.toAdd->SetItems(addable);
+}
+
+void SymbolTypeDialog::addField(LineControls& line) {
+    line.list->Append(line.toAdd->ItemValueString());
+    rebuildAddMenu(line);
+}
+
+void SymbolTypeDialog::moveField(LineControls& line, int step) {
+    const int from = line.list->SelectedIndexValue();
+    std::vector<std::string> items = line.list->ListItems();
+    const int to = from + step;
+    if (from < 0 || to < 0 || to >= static_cast<int>(items.size())) {
+        return; // the move-up rule lets the button be pressed with nothing to move
+    }
+    std::swap(items[static_cast<std::size_t>(from)], items[static_cast<std::size_t>(to)]);
+    line.list->SetListItems(items);
+    line.list->SetSelected(to);
+}
+
+void SymbolTypeDialog::deleteField(LineControls& line) {
+    const int selected = line.list->SelectedIndexValue();
+    std::vector<std::string> items = line.list->ListItems();
+    if (selected < 0 || selected >= static_cast<int>(items.size())) {
+        return;
+    }
+    items.erase(items.begin() + selected);
+    line.list->SetListItems(items);
+    rebuildAddMenu(line);
+}
+
+bool SymbolTypeDialog::canAdd(LineControls& line) {
+    const std::vector<std::string> items = line.toAdd->Items();
+    return !(items.size() == 1 && items.front() == kNone);
+}
+
+bool SymbolTypeDialog::canMoveDown(LineControls& line) {
+    return line.list->SelectedIndexValue() < static_cast<int>(line.list->ListItems().size()) - 1;
+}
+
+} // namespace QorBorderConf
