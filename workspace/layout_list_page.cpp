@@ -141,7 +141,7 @@ DialogState LayoutListPage<Traits>::onCopyFromActivated(StylerEvent* /*event*/) 
             return DialogStateContinueDialog;
         }
         const auto& chosen = (fileSelect.*Traits::chosenLayout)();
-        // A file was chosen but none of its layouts: there is nothing to copy.
+        // The dialog's OK needs a chosen layout; without one there would be nothing to copy.
         if (!chosen) {
             return DialogStateContinueDialog;
         }

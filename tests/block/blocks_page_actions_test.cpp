@@ -185,8 +185,25 @@ TEST_F(BlocksPageActions, CopyFromDocumentCancelledInTheBlockDialogAddsNothing) 
 )J"));
 }
 
-// Delete asks nothing; the file keeps the block until the document is saved, which is the only
-// way back.
+// Copying from another document needs one of its blocks: the file alone cannot be confirmed,
+// and cancelling the file select dialog opens no block dialog.
+TEST_F(BlocksPageActions, CopyFromDocumentCannotBeConfirmedWithoutAChosenBlock) {
+    EXPECT_JOURNAL_PASSES(run(std::string(kOpenDocA) + R"J(
+  press COPYBLOCKFROM
+    dialog qorfmt_config_selectfile.dlg
+    select FILE_LIST 0
+    expect items OBJECT_LIST ["RB"]
+    expect sensitive OK no
+    select OBJECT_LIST 0
+    expect sensitive OK yes
+    cancel
+  expect items BLOCKLIST ["TB", "PL"]
+  expect sensitive SAVE_FILE no
+  cancel
+)J"));
+    EXPECT_TRUE(nxsim::shownMessages().empty());
+}
+
 TEST_F(BlocksPageActions, DeletingAsksNothingAndOnlyNotSavingKeepsTheBlock) {
     EXPECT_JOURNAL_PASSES(run(std::string(kOpenDocA) + R"J(
   select BLOCKLIST 0

@@ -127,6 +127,25 @@ TEST_F(BordersPageActions, CopyFromDocumentAddsTheCopyWhenTheSecondShowingEndsWi
 )J"));
 }
 
+// Copying from another document needs one of its borders: the file alone cannot be confirmed,
+// and cancelling the file select dialog opens no border dialog.
+TEST_F(BordersPageActions, CopyFromDocumentCannotBeConfirmedWithoutAChosenBorder) {
+    EXPECT_JOURNAL_PASSES(run(std::string(kOpenDocA) + R"J(
+  press COPYBORDERFROM
+    dialog qorfmt_config_selectfile.dlg
+    select FILE_LIST 0
+    expect items OBJECT_LIST ["B1"]
+    expect sensitive OK no
+    select OBJECT_LIST 0
+    expect sensitive OK yes
+    cancel
+  expect items BORDERLIST ["A3", "A4"]
+  expect sensitive SAVE_FILE no
+  cancel
+)J"));
+    EXPECT_TRUE(nxsim::shownMessages().empty());
+}
+
 TEST_F(BordersPageActions, SelectingABorderDeselectsAnySelectedBlockLocationAndTranslation) {
     EXPECT_JOURNAL_PASSES(run(std::string(kOpenDocA) + R"J(
   select BLOCKLIST 0
