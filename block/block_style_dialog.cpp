@@ -11,7 +11,6 @@
 #include "ui/single_select_dialog.h"
 #include "ui/string_item.h"
 
-#include <algorithm>
 #include <cassert>
 
 using namespace NXOpen::UIStyler;
@@ -23,6 +22,7 @@ namespace QorBorderConf {
 
 namespace {
 
+constexpr char kBlockTemplateFolder[] = "format_defs/block_templates";
 constexpr int kTabularNoteTemplate = 0;
 constexpr int kGeneralTemplate = 1;
 
@@ -31,17 +31,6 @@ constexpr int kGeneralTemplate = 1;
 BlockStyleDialog::BlockStyleDialog(const boost::shared_ptr<QorBorder::BlockStyle>& style,
                                    const boost::shared_ptr<QorBorder::BlockLayout>& layout)
     : NXDialogBase(Names::kResourceFile, Names::kDialogName), m_style(style), m_layout(layout) {}
-
-std::vector<std::string> BlockStyleDialog::templateNames(const std::vector<fs::path>& paths) {
-    std::vector<std::string> names;
-    names.reserve(paths.size());
-    for (const fs::path& path : paths) {
-        names.push_back(path.filename().string());
-    }
-    std::sort(names.begin(), names.end());
-    names.erase(std::unique(names.begin(), names.end()), names.end());
-    return names;
-}
 
 void BlockStyleDialog::initializeDialog() {
     KivNX::UI::DialogBinder bind(*this, *this);
@@ -133,9 +122,9 @@ DialogState BlockStyleDialog::onTemplateFileActivated(StylerEvent* /*event*/) {
 
 DialogState BlockStyleDialog::onBrowseTemplateActivated(StylerEvent* /*event*/) {
     // Whether the chosen or typed file exists is not checked.
+    // The same template in two searched folders is offered once.
     const std::vector<std::string> names =
-        templateNames(KivUg::NxSearchFileList("format_defs/block_templates")
-                          .filePaths(Base::WildcardFilter("*.prt")));
+        KivUg::NxSearchFileList(kBlockTemplateFolder).fileNames(Base::WildcardFilter("*.prt"));
     const int chosen = KivNX::UI::SingleSelectDialog::show("Block Templates",
                                                            "Select template from list", names, -1);
     if (chosen >= 0 && chosen < static_cast<int>(names.size())) {

@@ -33,11 +33,6 @@ public:
     BlockStyleDialog(const boost::shared_ptr<QorBorder::BlockStyle>& style,
                      const boost::shared_ptr<QorBorder::BlockLayout>& layout);
 
-    /// The names offered by "BROWSE_TEMPLATE" for the template parts found: each path's file
-    /// name, sorted by bytes, a name found in several directories once.
-    static std::vector<std::string>
-    templateNames(const std::vector<boost::filesystem::path>& templatePaths);
-
 private:
     void initializeDialog() override;
 

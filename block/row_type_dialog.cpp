@@ -1,5 +1,6 @@
 #include "block/row_type_dialog.h"
 
+#include "block/add_menu.h"
 #include "block/field_dialog.h"
 #include "block/row_type_dialog_names.h"
 #include "model/block_layout.h"
@@ -13,9 +14,7 @@
 #include "ui/string_item.h"
 #include "ui/wide_string.h"
 
-#include <algorithm>
 #include <cassert>
-#include <iterator>
 #include <utility>
 
 using namespace NXOpen::UIStyler;
@@ -26,13 +25,8 @@ namespace QorBorderConf {
 
 namespace {
 
-constexpr char kNone[] = "None";
 constexpr char kNoChoices[] = "No Choices";
 constexpr std::int32_t kTextChoiceField = 1;
-
-bool isSingleNone(const std::vector<std::string>& items) {
-    return items.size() == 1 && items.front() == kNone;
-}
 
 } // namespace
 
@@ -283,7 +277,7 @@ void RowTypeDialog::updateSetTypeManagerSensitivity(StylerItem* item) {
 }
 
 void RowTypeDialog::updateAddDialogFieldSensitivity(StylerItem* item) {
-    KivNX::UI::setSensitivity(item, !isSingleNone(m_dialogFieldsToAdd->Items()));
+    KivNX::UI::setSensitivity(item, AddMenu::offersAnId(m_dialogFieldsToAdd->Items()));
 }
 
 void RowTypeDialog::updateMoveUpDialogFieldSensitivity(StylerItem* item) {
@@ -330,16 +324,7 @@ void RowTypeDialog::rebuildDialogFieldsToAdd() {
     for (const auto& field : m_fields) {
         all.push_back(field->id);
     }
-    std::sort(all.begin(), all.end());
-    std::vector<std::string> shown = m_dialogFieldsList->ListItems();
-    std::sort(shown.begin(), shown.end());
-    std::vector<std::string> addable;
-    std::set_difference(all.begin(), all.end(), shown.begin(), shown.end(),
-                        std::back_inserter(addable));
-    if (addable.empty()) {
-        addable.push_back(kNone);
-    }
-    m_dialogFieldsToAdd->SetItems(addable);
+    m_dialogFieldsToAdd->SetItems(AddMenu::entries(all, m_dialogFieldsList->ListItems()));
 }
 
 void RowTypeDialog::fillTypeManagerChoices() {

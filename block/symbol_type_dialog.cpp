@@ -1,5 +1,6 @@
 #include "block/symbol_type_dialog.h"
 
+#include "block/add_menu.h"
 #include "block/symbol_type_dialog_names.h"
 #include "model/symbol_type.h"
 #include "ui/dialog_binder.h"
@@ -9,9 +10,7 @@
 #include "ui/single_select_list.h"
 #include "ui/string_item.h"
 
-#include <algorithm>
 #include <cassert>
-#include <iterator>
 #include <utility>
 
 using namespace NXOpen::UIStyler;
@@ -23,7 +22,6 @@ namespace QorBorderConf {
 namespace {
 
 constexpr int kIdSymbol = 0;
-constexpr char kNone[] = "None";
 
 } // namespace
 
@@ -227,17 +225,7 @@ void SymbolTypeDialog::applyType() {
 }
 
 void SymbolTypeDialog::rebuildAddMenu(LineControls& line) {
-    std::vector<std::string> offered = m_fieldIds;
-    std::sort(offered.begin(), offered.end());
-    std::vector<std::string> onLine = line.list->ListItems();
-    std::sort(onLine.begin(), onLine.end());
-    std::vector<std::string> addable;
-    std::set_difference(offered.begin(), offered.end(), onLine.begin(), onLine.end(),
-                        std::back_inserter(addable));
-    if (addable.empty()) {
-        addable.push_back(kNone);
-    }
-    line.toAdd->SetItems(addable);
+    line.toAdd->SetItems(AddMenu::entries(m_fieldIds, line.list->ListItems()));
 }
 
 void SymbolTypeDialog::addField(LineControls& line) {
@@ -269,8 +257,7 @@ void SymbolTypeDialog::deleteField(LineControls& line) {
 }
 
 bool SymbolTypeDialog::canAdd(LineControls& line) {
-    const std::vector<std::string> items = line.toAdd->Items();
-    return !(items.size() == 1 && items.front() == kNone);
+    return AddMenu::offersAnId(line.toAdd->Items());
 }
 
 bool SymbolTypeDialog::canMoveDown(LineControls& line) {

@@ -21,7 +21,6 @@
 #include <uf_modl.h>
 #include <uf_ui.h>
 
-#include <algorithm>
 #include <cassert>
 #include <memory>
 #include <stdexcept>
@@ -148,14 +147,9 @@ DialogState DrawingSizeDialog::onTemplateFileActivated(StylerEvent* /*event*/) {
 
 DialogState DrawingSizeDialog::onBrowseTemplateActivated(StylerEvent* /*event*/) {
     assert(m_templateFile);
-    std::vector<std::string> names;
-    for (const fs::path& file :
-         KivUg::NxSearchFileList(kFrameTemplateFolder).filePaths(Base::WildcardFilter("*.prt"))) {
-        names.push_back(file.filename().string());
-    }
     // The same template in two searched folders is offered once.
-    std::sort(names.begin(), names.end());
-    names.erase(std::unique(names.begin(), names.end()), names.end());
+    const std::vector<std::string> names =
+        KivUg::NxSearchFileList(kFrameTemplateFolder).fileNames(Base::WildcardFilter("*.prt"));
     const int chosen = KivNX::UI::SingleSelectDialog::show("Frame Templates",
                                                            "Select template from list", names, -1);
     if (chosen >= 0 && chosen < static_cast<int>(names.size())) {

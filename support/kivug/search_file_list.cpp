@@ -84,6 +84,16 @@ std::vector<fs::path> NxSearchFileList::filePaths(const Base::WildcardFilter& fi
     return result;
 }
 
+std::vector<std::string> NxSearchFileList::fileNames(const Base::WildcardFilter& filter) const {
+    std::vector<std::string> names;
+    for (const fs::path& file : filePaths(filter)) {
+        names.push_back(file.filename().string());
+    }
+    std::sort(names.begin(), names.end());
+    names.erase(std::unique(names.begin(), names.end()), names.end());
+    return names;
+}
+
 fs::path findFile(const std::string& name, const fs::path& relativeDirectory, bool mustExist,
                   const std::vector<fs::path>& roots) {
     for (const fs::path& root : roots) {

@@ -38,6 +38,9 @@ public:
     /// and by name within a directory; a file reached twice (through a link or a repeated root) is
     /// listed once. Missing or unreadable directories are skipped.
     std::vector<boost::filesystem::path> filePaths(const Base::WildcardFilter& filter) const;
+    /// The names (without directory) of filePaths(filter), each once and sorted by bytes: what a
+    /// picker offers, where a name found in two roots stands for the first of them.
+    std::vector<std::string> fileNames(const Base::WildcardFilter& filter) const;
 
 private:
     boost::filesystem::path m_relativeDirectory;

@@ -319,15 +319,6 @@ TEST_F(BlockStyleDialogTest, StyleEditedAndSavedReadsBackEqual) {
     EXPECT_EQ(rereadLayout->styles().front()->getTableColumn("ITEM", "QTY"), 6);
 }
 
-TEST(BlockStyleTemplateNames, NamesFoundTwiceAppearOnceSorted) {
-    EXPECT_EQ(BlockStyleDialog::templateNames({"/site/format_defs/block_templates/b.prt",
-                                               "/site/format_defs/block_templates/a.prt",
-                                               "/common/format_defs/block_templates/b.prt",
-                                               "/plant/format_defs/block_templates/B.prt"}),
-              (std::vector<std::string>{"B.prt", "a.prt", "b.prt"}));
-    EXPECT_TRUE(BlockStyleDialog::templateNames({}).empty());
-}
-
 /// A site whose installation and configurations each hold block templates, one name in two of
 /// them.
 class BlockTemplateSite : public BlockStyleDialogTest {
@@ -413,9 +404,8 @@ protected:
 };
 
 TEST_F(ExampleSiteTemplates, PickerOffersTheTemplateOfEveryStyleOfTheExampleDocuments) {
-    const std::vector<std::string> offered =
-        BlockStyleDialog::templateNames(KivUg::NxSearchFileList("format_defs/block_templates")
-                                            .filePaths(Base::WildcardFilter("*.prt")));
+    const std::vector<std::string> offered = KivUg::NxSearchFileList("format_defs/block_templates")
+                                                 .fileNames(Base::WildcardFilter("*.prt"));
     const std::set<std::string> offeredSet(offered.begin(), offered.end());
     int styles = 0;
     for (const fs::path& file :

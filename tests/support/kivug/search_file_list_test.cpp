@@ -7,6 +7,9 @@
 
 #include <boost/filesystem/operations.hpp>
 
+#include <string>
+#include <vector>
+
 namespace fs = boost::filesystem;
 
 namespace {
@@ -92,6 +95,17 @@ TEST_F(SearchFileList, DuplicateRootsAreSearchedOnce) {
     const auto files = fordefs();
     ASSERT_EQ(files.size(), 1u);
     EXPECT_EQ(files[0].filename(), "s.fordef");
+}
+
+TEST_F(SearchFileList, FileNamesFoundInTwoRootsAreOfferedOnceSortedByBytes) {
+    dir.write("site/format_defs/b.fordef");
+    dir.write("site/format_defs/a.fordef");
+    dir.write("site/configurations/common/nx/format_defs/b.fordef");
+    dir.write("site/configurations/plant/nx/format_defs/B.fordef");
+    EXPECT_EQ(fordefs().size(), 4u);
+    EXPECT_EQ(NxSearchFileList("format_defs").fileNames(WildcardFilter("*.fordef")),
+              (std::vector<std::string>{"B.fordef", "a.fordef", "b.fordef"}));
+    EXPECT_TRUE(NxSearchFileList("format_defs").fileNames(WildcardFilter("*.prt")).empty());
 }
 
 TEST_F(SearchFileList, CommonConfigurationEqualToCurrentIsSearchedOnce) {
