@@ -13,8 +13,7 @@ inline constexpr char kNone[] = "None";
 
 /// The IDs of `offered` that `listed` does not hold yet, sorted by bytes; {"None"} when there
 /// are none.
-std::vector<std::string> entries(std::vector<std::string> offered,
-                                 std::vector<std::string> listed);
+std::vector<std::string> entries(std::vector<std::string> offered, std::vector<std::string> listed);
 
 /// Whether a menu built by entries() has an ID to add (it is not "None" alone).
 bool offersAnId(const std::vector<std::string>& menuItems);

@@ -11,12 +11,7 @@
 #include "ui/sensitivity.h"
 #include "ui/single_select_list.h"
 
-#include <NXOpen/PartCollection.hxx>
-#include <NXOpen/PartLoadStatus.hxx>
-#include <NXOpen/Session.hxx>
-
 #include <cassert>
-#include <memory>
 
 using namespace NXOpen::UIStyler;
 using KivNX::UI::OpensDialog;
@@ -127,12 +122,9 @@ DialogState BorderLayoutDialog::onOpenTemplateActivated(StylerEvent* /*event*/) 
         reportTemplateNotFound(name);
         return DialogStateContinueDialog;
     }
-    NXOpen::PartCollection* parts = NXOpen::Session::GetSession()->Parts();
-    NXOpen::BasePart* previous = parts->Display();
-    NXOpen::PartLoadStatus* status = nullptr;
-    m_template = parts->OpenDisplay(file.string(), &status);
-    std::unique_ptr<NXOpen::PartLoadStatus> ownedStatus(status);
-    m_previousDisplay = previous;
+    const OpenedTemplate opened = openAsDisplayPart(file);
+    m_template = opened.opened;
+    m_previousDisplay = opened.previous;
     return DialogStateContinueDialog;
 }
 

@@ -13,7 +13,6 @@
 
 #include <NXOpen/NXException.hxx>
 #include <NXOpen/PartCollection.hxx>
-#include <NXOpen/PartLoadStatus.hxx>
 #include <NXOpen/Session.hxx>
 #include <uf.h>
 #include <uf_disp.h>
@@ -166,20 +165,16 @@ DialogState DrawingSizeDialog::onExtractDimsActivated(StylerEvent* /*event*/) {
         reportTemplateNotFound(name);
         return DialogStateContinueDialog;
     }
-    NXOpen::PartCollection* parts = NXOpen::Session::GetSession()->Parts();
-    NXOpen::BasePart* previous = parts->Display();
-    NXOpen::PartLoadStatus* status = nullptr;
-    NXOpen::BasePart* opened = parts->OpenDisplay(file.string(), &status);
-    std::unique_ptr<NXOpen::PartLoadStatus> ownedStatus(status);
+    const OpenedTemplate opened = openAsDisplayPart(file);
     try {
         extractSheetSize();
     } catch (...) {
         // The template is closed and the user's display part is back also when NX refuses to
         // describe the drawing; the error then goes on to the caller.
-        restoreDisplayPart(previous, opened);
+        restoreDisplayPart(opened.previous, opened.opened);
         throw;
     }
-    restoreDisplayPart(previous, opened);
+    restoreDisplayPart(opened.previous, opened.opened);
     return DialogStateContinueDialog;
 }
 

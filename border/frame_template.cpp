@@ -20,6 +20,16 @@ void reportTemplateNotFound(const std::string& name) {
     KivNX::UI::errorDialog("Template Not Found", "Template file '" + name + "' was not found.");
 }
 
+OpenedTemplate openAsDisplayPart(const boost::filesystem::path& file) {
+    NXOpen::PartCollection* parts = NXOpen::Session::GetSession()->Parts();
+    OpenedTemplate result;
+    result.previous = parts->Display();
+    NXOpen::PartLoadStatus* status = nullptr;
+    result.opened = parts->OpenDisplay(file.string(), &status);
+    std::unique_ptr<NXOpen::PartLoadStatus> owned(status);
+    return result;
+}
+
 void restoreDisplayPart(NXOpen::BasePart* previous, NXOpen::BasePart* opened) {
     if (previous) {
         NXOpen::PartLoadStatus* status = nullptr;
