@@ -1,8 +1,10 @@
 // qorfmt: checks, draws, translates and formats the format definitions of a site, without the CAD
 // system.
 
+#include "diff.h"
 #include "fmt.h"
 #include "lint.h"
+#include "merge.h"
 #include "render.h"
 #include "translations.h"
 
@@ -69,6 +71,45 @@ int main(int argc, char** argv) {
         "only name the documents that would change (exit 1 if any); write nothing");
     fmtCommand->add_option("FILE", fmt.files, "documents to format")->required()->type_name("FILE");
     fmtCommand->callback([&] { exitCode = runFmt(fmt, std::cout, std::cerr); });
+
+    DiffOptions diff;
+    CLI::App* diffCommand = app.add_subcommand(
+        "diff", "Show what changed from document A to document B: borders, blocks and their "
+                "parts matched by their IDs, not by line; elements added, removed or moved in "
+                "their list, and attributes with the old and the new value, each with its line "
+                "in both files. Exit 0 when they are equal, 1 when they differ.");
+    diffCommand->add_option("--format", diff.format, "text (default) or json")
+        ->check(CLI::IsMember({"text", "json"}))
+        ->type_name("FORMAT");
+    diffCommand->add_flag("--git", diff.git,
+                          "take the seven arguments of git's diff driver instead of A B, and exit "
+                          "0 when the documents differ");
+    diffCommand->add_option("A B", diff.files, "the two documents")->required()->type_name("FILE");
+    diffCommand->callback([&] { exitCode = runDiff(diff, std::cout, std::cerr); });
+
+    MergeOptions merge;
+    CLI::App* mergeCommand = app.add_subcommand(
+        "merge", "Merge the changes of two documents made from BASE, element by element and "
+                 "attribute by attribute, as git's merge driver (%O %A %B). Where both changed "
+                 "the same thing in two ways the result keeps OURS and the conflict is listed on "
+                 "standard error as OURS:LINE: conflict: ... The result is a valid document in "
+                 "canonical form. Exit 0 when clean, 1 on conflicts.");
+    mergeCommand->add_option("BASE", merge.base, "the common ancestor")
+        ->required()
+        ->type_name("BASE");
+    mergeCommand->add_option("OURS", merge.ours, "our version")->required()->type_name("OURS");
+    mergeCommand->add_option("THEIRS", merge.theirs, "their version")
+        ->required()
+        ->type_name("THEIRS");
+    mergeCommand
+        ->add_option("-o,--output", merge.output,
+                     "where to write the result, - for standard output (default: over OURS)")
+        ->type_name("OUT");
+    mergeCommand
+        ->add_option("--name", merge.name,
+                     "OURS' name in the conflict messages (git's %P; default: OURS)")
+        ->type_name("PATH");
+    mergeCommand->callback([&] { exitCode = runMerge(merge, std::cout, std::cerr); });
 
     RenderOptions render;
     CLI::App* renderCommand = app.add_subcommand(
