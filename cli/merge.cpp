@@ -255,8 +255,8 @@ std::vector<std::string> mergeOrder(const std::vector<std::string>& base,
             order.push_back(key);
         }
     }
-    // Rows that are in the result but in neither list order (cannot happen for a list's own
-    // keys) would be lost here; the result's keys all come from OURS or THEIRS.
+    // A row that ours moved is no landmark for theirs' rows: they follow the nearest row before
+    // them that stayed where it was.
     std::string previous;
     for (const std::string& key : theirs) {
         if (placeAsTheirs.count(key)) {
@@ -265,7 +265,7 @@ std::vector<std::string> mergeOrder(const std::vector<std::string>& base,
                                    : std::find(order.begin(), order.end(), previous) + 1;
             order.insert(after, key);
         }
-        if (std::find(order.begin(), order.end(), key) != order.end()) {
+        if (std::find(order.begin(), order.end(), key) != order.end() && !movedByUs.count(key)) {
             previous = key;
         }
     }

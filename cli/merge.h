@@ -26,8 +26,9 @@ struct MergeResult {
 MergeResult mergeTrees(const TreeNode& base, const TreeNode& ours, const TreeNode& theirs);
 
 /// The order of a merged list: OURS' order, with the rows that only THEIRS added or moved placed
-/// after the row that precedes them in THEIRS. `result` holds the keys that stay. `conflicts`
-/// receives the keys that both sides moved to different places (they keep OURS' place).
+/// after the row that precedes them in THEIRS (the nearest one that OURS did not move). `result`
+/// holds the keys that stay. `conflicts` receives the keys that both sides moved to different
+/// places (they keep OURS' place).
 std::vector<std::string> mergeOrder(const std::vector<std::string>& base,
                                     const std::vector<std::string>& ours,
                                     const std::vector<std::string>& theirs,
