@@ -1,5 +1,6 @@
 #include "diff.h"
 
+#include "input.h"
 #include "site.h"
 
 #include <nlohmann/json.hpp>
@@ -304,8 +305,10 @@ int runDiff(const DiffOptions& options, std::ostream& out, std::ostream& err) {
             err << "qorfmt diff: give two documents, A and B\n";
             return 2;
         }
-        oldFile = oldName = options.files[0];
-        newFile = newName = options.files[1];
+        oldFile = options.files[0];
+        newFile = options.files[1];
+        oldName = inputName(oldFile);
+        newName = inputName(newFile);
     }
     DocumentTree a;
     DocumentTree b;

@@ -1,5 +1,6 @@
 #include "document_tree.h"
 
+#include "input.h"
 #include "site.h"
 
 #include "model/document_error.h"
@@ -11,8 +12,6 @@
 
 #include <algorithm>
 #include <cstring>
-#include <fstream>
-#include <iterator>
 #include <map>
 
 using namespace QorBorder;
@@ -259,24 +258,21 @@ bool TreeNode::sameContents(const TreeNode& other) const {
 
 DocumentTree readDocumentTree(const std::string& file, const std::string& name) {
     DocumentTree tree;
-    tree.file = name.empty() ? file : name;
-    boost::shared_ptr<DefinitionDocument> document;
+    tree.file = name.empty() ? inputName(file) : name;
+    DocumentInput input;
     try {
-        document = FordefReader::read(file);
-    } catch (const DocumentError& e) {
-        if (e.file().empty() || name.empty()) {
-            throw InputError(e.what());
+        input = readDocumentInput(file, nullptr, true);
+    } catch (const InputError& e) {
+        // The reader names the file it read; a caller's name for it replaces that.
+        std::string message = e.what();
+        if (!name.empty() && message.compare(0, file.size(), file) == 0) {
+            message = name + message.substr(file.size());
         }
-        throw InputError(DocumentError(tree.file, e.line(), e.reason()).what());
+        throw InputError(message);
     }
-    std::ifstream in(file, std::ios::binary);
-    const std::string bytes((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
-    if (!in.good() && !in.eof()) {
-        throw InputError(tree.file + ": cannot read the file");
-    }
-    tree.root = parseTree(FordefWriter::toXml(*document), nullptr, tree.file);
-    const LineTable lines(bytes.data(), bytes.size());
-    takeLines(tree.root, parseTree(bytes, &lines, tree.file));
+    tree.root = parseTree(FordefWriter::toXml(*input.document), nullptr, tree.file);
+    const LineTable lines(input.bytes.data(), input.bytes.size());
+    takeLines(tree.root, parseTree(input.bytes, &lines, tree.file));
     return tree;
 }
 

@@ -1,5 +1,6 @@
 #include "fmt.h"
 
+#include "input.h"
 #include "site.h"
 
 #include "model/document_error.h"
@@ -24,17 +25,9 @@ struct Reading {
 
 Reading readDocument(const std::string& file) {
     Reading reading;
-    try {
-        reading.document = FordefReader::read(file);
-    } catch (const DocumentError& e) {
-        throw InputError(e.what());
-    }
-    std::ifstream in(file, std::ios::binary);
-    const std::string bytes((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
-    if (!in.good() && !in.eof()) {
-        throw InputError(file + ": cannot read the file");
-    }
-    reading.canonical = bytes == FordefWriter::toXml(*reading.document);
+    DocumentInput input = readDocumentInput(file, nullptr, true);
+    reading.document = input.document;
+    reading.canonical = input.bytes == FordefWriter::toXml(*reading.document);
     return reading;
 }
 
@@ -49,11 +42,16 @@ int runFmt(const FmtOptions& options, std::ostream& out, std::ostream& err) {
     for (const std::string& file : options.files) {
         try {
             Reading reading = readDocument(file);
+            if (file == kStandardStream && !options.check) {
+                // A filter: the canonical form goes to standard output.
+                out << FordefWriter::toXml(*reading.document);
+                continue;
+            }
             if (reading.canonical) {
                 continue;
             }
             if (options.check) {
-                out << file << ": not in canonical form\n";
+                out << inputName(file) << ": not in canonical form\n";
                 exitCode = std::max(exitCode, 1);
                 continue;
             }

@@ -10,8 +10,12 @@
 
 #include <CLI/CLI.hpp>
 
+#include <algorithm>
+#include <functional>
 #include <iostream>
+#include <new>
 #include <string>
+#include <vector>
 
 using namespace QorfmtCli;
 
@@ -39,6 +43,80 @@ std::string lintRulesText() {
     return text;
 }
 
+// Runs a command; whatever escapes it ends the command with exit status 2 and a message that
+// names it, never with an abort.
+int guarded(const std::string& command, const std::function<int()>& run) {
+    try {
+        return run();
+    } catch (const std::bad_alloc&) {
+        std::cerr << "qorfmt " << command << ": out of memory\n";
+    } catch (const std::exception& e) {
+        std::cerr << "qorfmt " << command << ": " << e.what() << '\n';
+    } catch (...) {
+        std::cerr << "qorfmt " << command << ": failed for an unknown reason\n";
+    }
+    return 2;
+}
+
+std::size_t editDistance(const std::string& a, const std::string& b) {
+    std::vector<std::size_t> row(b.size() + 1);
+    for (std::size_t j = 0; j <= b.size(); ++j) {
+        row[j] = j;
+    }
+    for (std::size_t i = 1; i <= a.size(); ++i) {
+        std::size_t diagonal = row[0];
+        row[0] = i;
+        for (std::size_t j = 1; j <= b.size(); ++j) {
+            const std::size_t above = row[j];
+            row[j] = std::min({row[j] + 1, row[j - 1] + 1, diagonal + (a[i - 1] != b[j - 1])});
+            diagonal = above;
+        }
+    }
+    return row[b.size()];
+}
+
+// Follows the command words of the arguments; a word that names no command is refused with the
+// nearest command's name. Returns false (after the message) for such a word.
+bool commandWordsKnown(const CLI::App& app, int argc, char** argv) {
+    const CLI::App* current = &app;
+    std::string path = "qorfmt";
+    for (int i = 1; i < argc; ++i) {
+        const std::string word = argv[i];
+        const std::vector<const CLI::App*> commands =
+            current->get_subcommands([](const CLI::App*) { return true; });
+        if (word.empty() || word[0] == '-' || commands.empty()) {
+            return true;
+        }
+        const CLI::App* found = nullptr;
+        const CLI::App* nearest = nullptr;
+        std::size_t best = 0;
+        std::string names;
+        for (const CLI::App* command : commands) {
+            names += (names.empty() ? "" : ", ") + command->get_name();
+            if (command->get_name() == word) {
+                found = command;
+            }
+            const std::size_t distance = editDistance(word, command->get_name());
+            if (!nearest || distance < best) {
+                nearest = command;
+                best = distance;
+            }
+        }
+        if (!found) {
+            std::cerr << path << ": '" << word << "' is not a command";
+            if (best <= std::max<std::size_t>(2, word.size() / 3)) {
+                std::cerr << "; did you mean '" << nearest->get_name() << "'?\n";
+            } else {
+                std::cerr << " (the commands are " << names << ")\n";
+            }
+            return false;
+        }
+        current = found;
+        path += " " + word;
+    }
+    return true;
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
@@ -61,7 +139,8 @@ int main(int argc, char** argv) {
     lintCommand->add_option("FILE", lint.files, "documents to check, in the site's context")
         ->type_name("FILE");
     lintCommand->footer(lintRulesText());
-    lintCommand->callback([&] { exitCode = runLint(lint, std::cout, std::cerr); });
+    lintCommand->callback(
+        [&] { exitCode = guarded("lint", [&] { return runLint(lint, std::cout, std::cerr); }); });
 
     FmtOptions fmt;
     CLI::App* fmtCommand = app.add_subcommand(
@@ -70,7 +149,8 @@ int main(int argc, char** argv) {
         "--check", fmt.check,
         "only name the documents that would change (exit 1 if any); write nothing");
     fmtCommand->add_option("FILE", fmt.files, "documents to format")->required()->type_name("FILE");
-    fmtCommand->callback([&] { exitCode = runFmt(fmt, std::cout, std::cerr); });
+    fmtCommand->callback(
+        [&] { exitCode = guarded("fmt", [&] { return runFmt(fmt, std::cout, std::cerr); }); });
 
     DiffOptions diff;
     CLI::App* diffCommand = app.add_subcommand(
@@ -84,8 +164,14 @@ int main(int argc, char** argv) {
     diffCommand->add_flag("--git", diff.git,
                           "take the seven arguments of git's diff driver instead of A B, and exit "
                           "0 when the documents differ");
-    diffCommand->add_option("A B", diff.files, "the two documents")->required()->type_name("FILE");
-    diffCommand->callback([&] { exitCode = runDiff(diff, std::cout, std::cerr); });
+    diffCommand
+        ->add_option("A B", diff.files,
+                     "the two documents (- for standard input); with --git, git's seven")
+        ->required()
+        ->expected(2, 7)
+        ->type_name("");
+    diffCommand->callback(
+        [&] { exitCode = guarded("diff", [&] { return runDiff(diff, std::cout, std::cerr); }); });
 
     MergeOptions merge;
     CLI::App* mergeCommand = app.add_subcommand(
@@ -109,7 +195,9 @@ int main(int argc, char** argv) {
         ->add_option("--name", merge.name,
                      "OURS' name in the conflict messages (git's %P; default: OURS)")
         ->type_name("PATH");
-    mergeCommand->callback([&] { exitCode = runMerge(merge, std::cout, std::cerr); });
+    mergeCommand->callback([&] {
+        exitCode = guarded("merge", [&] { return runMerge(merge, std::cout, std::cerr); });
+    });
 
     RenderOptions render;
     CLI::App* renderCommand = app.add_subcommand(
@@ -129,7 +217,9 @@ int main(int argc, char** argv) {
     renderCommand->add_option("--dpi", render.dpi, "the resolution of a PNG (default: 96)")
         ->check(CLI::Range(10, 1200))
         ->type_name("N");
-    renderCommand->callback([&] { exitCode = runRender(render, std::cout, std::cerr); });
+    renderCommand->callback([&] {
+        exitCode = guarded("render", [&] { return runRender(render, std::cout, std::cerr); });
+    });
 
     CLI::App* translations = app.add_subcommand(
         "translations", "Hand a document's texts to translators as gettext PO catalogs and take "
@@ -153,7 +243,10 @@ int main(int argc, char** argv) {
         ->add_option("-o,--output", exportOptions.output,
                      "the catalog to write (default: standard output)")
         ->type_name("LANG.po");
-    exportCommand->callback([&] { exitCode = runExport(exportOptions, std::cout, std::cerr); });
+    exportCommand->callback([&] {
+        exitCode = guarded("translations export",
+                           [&] { return runExport(exportOptions, std::cout, std::cerr); });
+    });
 
     ImportOptions importOptions;
     CLI::App* importCommand = translations->add_subcommand(
@@ -165,7 +258,10 @@ int main(int argc, char** argv) {
     importCommand->add_option("CATALOG", importOptions.catalog, "the PO catalog")
         ->required()
         ->type_name("LANG.po");
-    importCommand->callback([&] { exitCode = runImport(importOptions, std::cout, std::cerr); });
+    importCommand->callback([&] {
+        exitCode = guarded("translations import",
+                           [&] { return runImport(importOptions, std::cout, std::cerr); });
+    });
 
     CoverageOptions coverageOptions;
     CLI::App* coverageCommand = translations->add_subcommand(
@@ -185,9 +281,14 @@ int main(int argc, char** argv) {
                      "exit 1 when a language covers less than PERCENT of the document's texts")
         ->check(CLI::Range(0.0, 100.0))
         ->type_name("PERCENT");
-    coverageCommand->callback(
-        [&] { exitCode = runCoverage(coverageOptions, std::cout, std::cerr); });
+    coverageCommand->callback([&] {
+        exitCode = guarded("translations coverage",
+                           [&] { return runCoverage(coverageOptions, std::cout, std::cerr); });
+    });
 
+    if (!commandWordsKnown(app, argc, argv)) {
+        return 2;
+    }
     try {
         app.parse(argc, argv);
     } catch (const CLI::CallForHelp& e) {
@@ -198,6 +299,9 @@ int main(int argc, char** argv) {
         return app.exit(e);
     } catch (const CLI::ParseError& e) {
         app.exit(e);
+        return 2;
+    } catch (const std::exception& e) {
+        std::cerr << "qorfmt: " << e.what() << '\n';
         return 2;
     }
     return exitCode;

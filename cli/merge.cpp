@@ -1,6 +1,7 @@
 #include "merge.h"
 
 #include "diff.h"
+#include "input.h"
 #include "site.h"
 
 #include "model/document_error.h"
@@ -281,7 +282,7 @@ MergeResult mergeTrees(const TreeNode& base, const TreeNode& ours, const TreeNod
 }
 
 int runMerge(const MergeOptions& options, std::ostream& out, std::ostream& err) {
-    const std::string oursName = options.name.empty() ? options.ours : options.name;
+    const std::string oursName = options.name.empty() ? inputName(options.ours) : options.name;
     std::string merged;
     MergeResult result;
     try {
@@ -298,7 +299,7 @@ int runMerge(const MergeOptions& options, std::ostream& out, std::ostream& err) 
         err << oursName << ':' << conflict.line << ": conflict: " << conflict.where << ": "
             << conflict.what << '\n';
     }
-    if (options.output == "-") {
+    if (options.output == "-" || (options.output.empty() && options.ours == "-")) {
         out << merged;
     } else {
         try {

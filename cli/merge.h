@@ -39,8 +39,10 @@ struct MergeOptions {
     std::string base;
     std::string ours;
     std::string theirs;
-    std::string output; ///< "" writes over OURS (as git's merge driver wants); "-" is stdout
-    std::string name;   ///< OURS' name in messages (git's %P); "" for OURS itself
+    /// "" writes over OURS (as git's merge driver wants), or to standard output when OURS is
+    /// standard input; "-" is standard output.
+    std::string output;
+    std::string name; ///< OURS' name in messages (git's %P); "" for OURS itself
 };
 
 /// The merge command: writes the merged document in canonical form and lists each conflict on

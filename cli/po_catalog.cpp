@@ -18,6 +18,9 @@
 #include <iterator>
 #include <memory>
 #include <type_traits>
+
+#include <sys/mman.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace fs = boost::filesystem;
@@ -114,6 +117,66 @@ std::string headerField(const char* header, const char* name) {
     return text;
 }
 
+// A file that lives in memory, which libgettextpo opens by a name under /proc: it needs no folder
+// (the temporary folder may be missing) and leaves nothing behind.
+class MemoryFile {
+public:
+    MemoryFile() : m_fd(::memfd_create("qorfmt-po", MFD_CLOEXEC)) {
+        if (m_fd < 0) {
+            throw InputError(std::string("cannot create a file in memory: ") +
+                             std::strerror(errno));
+        }
+    }
+    ~MemoryFile() { ::close(m_fd); }
+    MemoryFile(const MemoryFile&) = delete;
+    MemoryFile& operator=(const MemoryFile&) = delete;
+
+    std::string name() const { return "/proc/self/fd/" + std::to_string(m_fd); }
+
+    std::string content() const {
+        struct stat status {};
+        if (::fstat(m_fd, &status) != 0) {
+            throw InputError(std::string("cannot read a file in memory: ") + std::strerror(errno));
+        }
+        std::string bytes(static_cast<std::size_t>(status.st_size), '\0');
+        std::size_t done = 0;
+        while (done < bytes.size()) {
+            const ssize_t got =
+                ::pread(m_fd, &bytes[done], bytes.size() - done, static_cast<off_t>(done));
+            if (got <= 0) {
+                throw InputError(std::string("cannot read a file in memory: ") +
+                                 std::strerror(errno));
+            }
+            done += static_cast<std::size_t>(got);
+        }
+        return bytes;
+    }
+
+    void write(const std::string& bytes) const {
+        std::size_t done = 0;
+        while (done < bytes.size()) {
+            const ssize_t put =
+                ::pwrite(m_fd, bytes.data() + done, bytes.size() - done, static_cast<off_t>(done));
+            if (put <= 0) {
+                throw InputError(std::string("cannot write a file in memory: ") +
+                                 std::strerror(errno));
+            }
+            done += static_cast<std::size_t>(put);
+        }
+    }
+
+private:
+    int m_fd;
+};
+
+std::string replaceAll(std::string text, const std::string& from, const std::string& to) {
+    for (std::size_t at = text.find(from); at != std::string::npos;
+         at = text.find(from, at + to.size())) {
+        text.replace(at, from.size(), to);
+    }
+    return text;
+}
+
 std::string readAll(const fs::path& file) {
     std::ifstream in(file.string(), std::ios::binary);
     return std::string((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
@@ -200,22 +263,15 @@ void writePoFile(const PoCatalog& catalog, const fs::path& file) {
             po_message_insert(iterator.get(), message);
         }
     }
-    // The library writes into a private file first; the result then replaces the target
+    // The library writes into a file in memory first; the result then replaces the target
     // atomically, so that a failed write never leaves half a catalog behind.
-    std::string scratch = (fs::temp_directory_path() / "qorfmt-po-XXXXXX").string();
-    const int fd = ::mkstemp(&scratch[0]);
-    if (fd < 0) {
-        throw InputError(scratch + ": cannot create a temporary file: " + std::strerror(errno));
-    }
-    ::close(fd);
+    const MemoryFile scratch;
     ProblemLog log;
     {
         LogScope scope(log);
-        po_file_write(po.get(), scratch.c_str(), &kHandler);
+        po_file_write(po.get(), scratch.name().c_str(), &kHandler);
     }
-    const std::string content = readAll(scratch);
-    boost::system::error_code ec;
-    fs::remove(scratch, ec);
+    const std::string content = scratch.content();
     if (log.failed) {
         throw InputError(file.string() + ": cannot write the catalog: " + log.first);
     }
@@ -231,24 +287,33 @@ void writePoFile(const PoCatalog& catalog, const fs::path& file) {
 }
 
 PoCatalog readPoFile(const fs::path& file) {
-    const std::string name = file.string();
-    {
+    const bool standardInput = file == "-";
+    const std::string name = standardInput ? "standard input" : file.string();
+    std::string content;
+    std::unique_ptr<MemoryFile> copy;
+    if (standardInput) {
+        // libgettextpo reads files by name: standard input goes to one in memory first.
+        content.assign(std::istreambuf_iterator<char>(std::cin), std::istreambuf_iterator<char>());
+        copy = std::make_unique<MemoryFile>();
+        copy->write(content);
+    } else {
         std::ifstream probe(name, std::ios::binary);
         if (!probe) {
             throw InputError(name + ": cannot open the file: " + std::strerror(errno));
         }
     }
+    const std::string libraryName = copy ? copy->name() : name;
     ProblemLog log;
     PoFile po;
     {
         LogScope scope(log);
-        po.reset(po_file_read(name.c_str(), &kHandler));
+        po.reset(po_file_read(libraryName.c_str(), &kHandler));
     }
     if (!po) {
         throw InputError(name + ": cannot open the file: " + std::strerror(errno));
     }
     if (log.failed) {
-        throw InputError(log.first);
+        throw InputError(copy ? replaceAll(log.first, libraryName, name) : log.first);
     }
     PoCatalog catalog;
     // The library hands out a copy of the header, which the caller frees.
@@ -260,7 +325,7 @@ PoCatalog readPoFile(const fs::path& file) {
     if (!isUtf8Charset(contentType)) {
         throw InputError(name + ": the catalog is not in UTF-8 (" + contentType + ")");
     }
-    const std::vector<int> starts = messageStartLines(readAll(file));
+    const std::vector<int> starts = messageStartLines(standardInput ? content : readAll(file));
     std::vector<PoEntry> entries;
     std::vector<bool> kept; // neither obsolete nor the header
     PoIterator iterator(po_message_iterator(po.get(), nullptr));

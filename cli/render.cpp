@@ -1,5 +1,6 @@
 #include "render.h"
 
+#include "input.h"
 #include "site.h"
 
 #include "model/document_error.h"
@@ -305,19 +306,15 @@ FrameDrawing frameDrawing(const BorderLayout& border, const DrawingSize& size) {
 
 int runRender(const RenderOptions& options, std::ostream& out, std::ostream& err) {
     try {
-        boost::shared_ptr<DefinitionDocument> document;
-        try {
-            document = FordefReader::read(options.file);
-        } catch (const DocumentError& e) {
-            throw InputError(e.what());
-        }
+        const boost::shared_ptr<DefinitionDocument> document =
+            readDocumentInput(options.file).document;
         const auto border = document->getBorderLayout(options.border);
         if (!border) {
             std::string known;
             for (const auto& candidate : document->borderLayoutTypes(AllUnits)) {
                 known += (known.empty() ? "" : ", ") + candidate->id;
             }
-            throw InputError(options.file + " has no border " + q(options.border) +
+            throw InputError(inputName(options.file) + " has no border " + q(options.border) +
                              (known.empty() ? " (it has none)" : " (it has " + known + ")"));
         }
         std::vector<const DrawingSize*> sizes;

@@ -1,5 +1,6 @@
 #include "translations.h"
 
+#include "input.h"
 #include "po_catalog.h"
 #include "site.h"
 
@@ -29,11 +30,7 @@ struct LoadedDocument {
 
 LoadedDocument load(const std::string& file) {
     LoadedDocument loaded;
-    try {
-        loaded.document = FordefReader::read(file, &loaded.lines);
-    } catch (const DocumentError& e) {
-        throw InputError(e.what());
-    }
+    loaded.document = readDocumentInput(file, &loaded.lines).document;
     return loaded;
 }
 
@@ -120,7 +117,9 @@ int runExport(const ExportOptions& options, std::ostream& out, std::ostream& err
         const auto& translations = loaded.document->translations();
         PoCatalog catalog;
         catalog.language = options.language;
-        catalog.project = fs::path(options.file).filename().string();
+        catalog.project = options.file == kStandardStream
+                              ? inputName(options.file)
+                              : fs::path(options.file).filename().string();
         int translated = 0;
         for (const TranslatableText& text : translatableTexts(*loaded.document, loaded.lines)) {
             PoEntry entry;
@@ -151,10 +150,13 @@ int runExport(const ExportOptions& options, std::ostream& out, std::ostream& err
 
 int runImport(const ImportOptions& options, std::ostream& out, std::ostream& err) {
     try {
+        if (options.file == kStandardStream) {
+            throw InputError("the document cannot be standard input: import writes it back");
+        }
         const LoadedDocument loaded = load(options.file);
         const PoCatalog catalog = readPoFile(options.catalog);
         if (catalog.language.empty()) {
-            throw InputError(options.catalog + ": the header names no Language");
+            throw InputError(inputName(options.catalog) + ": the header names no Language");
         }
         checkLanguage(catalog.language);
         std::map<std::string, TranslatableText> texts;
@@ -162,7 +164,7 @@ int runImport(const ImportOptions& options, std::ostream& out, std::ostream& err
             texts.emplace(poContext(text), std::move(text));
         }
         auto where = [&](const PoEntry& entry) {
-            return options.catalog + ":" + std::to_string(entry.line) + ": ";
+            return inputName(options.catalog) + ":" + std::to_string(entry.line) + ": ";
         };
         bool refused = false;
         for (const PoEntry& entry : catalog.entries) {

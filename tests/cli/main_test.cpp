@@ -67,7 +67,14 @@ TEST(QorfmtProgram, HelpNamesEveryCommandAndExitsZero) {
 
 TEST(QorfmtProgram, EveryCommandHasItsHelp) {
     for (const std::vector<std::string>& command :
-         std::vector<std::vector<std::string>>{{"lint", "--help"}}) {
+         std::vector<std::vector<std::string>>{{"lint", "--help"},
+                                               {"fmt", "--help"},
+                                               {"diff", "--help"},
+                                               {"merge", "--help"},
+                                               {"render", "--help"},
+                                               {"translations", "export", "--help"},
+                                               {"translations", "import", "--help"},
+                                               {"translations", "coverage", "--help"}}) {
         const Result result = qorfmt(command);
         std::string name;
         for (std::size_t i = 0; i + 1 < command.size(); ++i) {
@@ -160,4 +167,127 @@ TEST(QorfmtProgram, RenderWritesTheNamedFile) {
     EXPECT_TRUE(contains(TestUtil::readFile(svg), "width=\"420mm\""));
     EXPECT_EQ(qorfmt({"render", svg.string() + ".none", "--border", "X"}).exitCode, 2);
     EXPECT_EQ(qorfmt({"render", svg.string()}).exitCode, 2) << "--border is required";
+}
+
+TEST(QorfmtProgram, MistypedCommandSuggestsTheNearestOne) {
+    const struct {
+        std::vector<std::string> arguments;
+        std::string message;
+    } cases[] = {
+        {{"lnit"}, "qorfmt: 'lnit' is not a command; did you mean 'lint'?\n"},
+        {{"merg", "a", "b", "c"}, "qorfmt: 'merg' is not a command; did you mean 'merge'?\n"},
+        {{"translations", "exprot", "x.fordef"},
+         "qorfmt translations: 'exprot' is not a command; did you mean 'export'?\n"},
+        {{"polish"},
+         "qorfmt: 'polish' is not a command (the commands are lint, fmt, diff, merge, "
+         "render, translations)\n"},
+    };
+    for (const auto& c : cases) {
+        const Result result = qorfmt(c.arguments);
+        EXPECT_EQ(result.exitCode, 2) << c.arguments[0];
+        EXPECT_EQ(result.err, c.message);
+        EXPECT_EQ(result.out, "");
+    }
+}
+
+TEST(QorfmtProgram, DashReadsTheDocumentFromStandardInput) {
+    const std::string blocks =
+        (kExamples / "site" / "format_defs" / "iso7200_blocks.fordef").string();
+    const std::string borders =
+        (kExamples / "site" / "format_defs" / "iso5457_borders.fordef").string();
+    const std::string feed = "cat " + quote(blocks) + " | ";
+
+    const Result diff = qorfmt({"diff", blocks, "-"}, feed);
+    EXPECT_EQ(diff.exitCode, 0) << diff.err;
+    const Result changed = qorfmt({"diff", borders, "-"}, feed);
+    EXPECT_EQ(changed.exitCode, 1) << changed.err;
+    EXPECT_TRUE(contains(changed.out, borders + ":3 standard input:2: border \"ISO5457\": "
+                                                "removed\n"))
+        << changed.out;
+
+    const Result fmt = qorfmt({"fmt", "-"}, feed);
+    EXPECT_EQ(fmt.exitCode, 0) << fmt.err;
+    EXPECT_EQ(fmt.out, TestUtil::readFile(blocks));
+
+    const Result exported = qorfmt({"translations", "export", "-", "--language", "FR"}, feed);
+    EXPECT_EQ(exported.exitCode, 0) << exported.err;
+    EXPECT_TRUE(contains(exported.out, "msgstr \"Bureau d'études\"\n")) << exported.out;
+
+    const Result coverage = qorfmt({"translations", "coverage", "-"}, feed);
+    EXPECT_EQ(coverage.exitCode, 0) << coverage.err;
+
+    TestUtil::TempDir dir;
+    const fs::path svg = dir.path() / "a4.svg";
+    const Result render =
+        qorfmt({"render", "-", "--border", "ISO5457", "--size", "A4", "-o", svg.string()},
+               "cat " + quote(borders) + " | ");
+    EXPECT_EQ(render.exitCode, 0) << render.err;
+    EXPECT_TRUE(contains(TestUtil::readFile(svg), "width=\"297mm\""));
+
+    const Result broken = qorfmt({"fmt", "-"}, "printf '<fordef version=\"1\">\\n<x/>' | ");
+    EXPECT_EQ(broken.exitCode, 2);
+    EXPECT_TRUE(contains(broken.err, "qorfmt fmt: standard input:2: ")) << broken.err;
+}
+
+TEST(QorfmtProgram, TranslationsImportReadsTheCatalogFromStandardInput) {
+    TestUtil::TempDir dir;
+    const fs::path document =
+        dir.write("blocks.fordef",
+                  TestUtil::readFile(kExamples / "site" / "format_defs" / "iso7200_blocks.fordef"));
+    const Result exported =
+        qorfmt({"translations", "export", document.string(), "--language", "FR"});
+    ASSERT_EQ(exported.exitCode, 0) << exported.err;
+    std::string catalog = exported.out;
+    const std::string from = "msgstr \"Bureau d'études\"";
+    catalog.replace(catalog.find(from), from.size(), "msgstr \"Études\"");
+    const fs::path po = dir.write("fr.po", catalog);
+    const Result imported = qorfmt({"translations", "import", document.string(), "-"},
+                                   "cat " + quote(po.string()) + " | ");
+    EXPECT_EQ(imported.exitCode, 0) << imported.err;
+    EXPECT_TRUE(contains(TestUtil::readFile(document), "text=\"Études\"")) << imported.out;
+
+    const fs::path broken = dir.write("broken.po", "msgid \"x\"\nmsgstr \"y\"\nmsgid\n");
+    const Result refused = qorfmt({"translations", "import", document.string(), "-"},
+                                  "cat " + quote(broken.string()) + " | ");
+    EXPECT_EQ(refused.exitCode, 2);
+    EXPECT_TRUE(contains(refused.err, "standard input:")) << refused.err;
+    EXPECT_FALSE(contains(refused.err, "/proc/")) << refused.err;
+}
+
+TEST(QorfmtProgram, TranslationsImportRefusesStandardInputAsTheDocument) {
+    const Result result = qorfmt({"translations", "import", "-", "fr.po"});
+    EXPECT_EQ(result.exitCode, 2);
+    EXPECT_EQ(result.err, "qorfmt translations import: the document cannot be standard input: "
+                          "import writes it back\n");
+}
+
+TEST(QorfmtProgram, TranslationsExportNeedsNoTemporaryFolder) {
+    TestUtil::TempDir dir;
+    const std::string document =
+        (kExamples / "site" / "format_defs" / "iso7200_blocks.fordef").string();
+    const std::string missing = "TMPDIR=" + quote((dir.path() / "missing").string()) + " ";
+    const Result toOutput =
+        qorfmt({"translations", "export", document, "--language", "DE"}, "export " + missing + ";");
+    EXPECT_EQ(toOutput.exitCode, 0) << toOutput.err;
+    EXPECT_TRUE(contains(toOutput.out, "\"Language: DE\\n\"")) << toOutput.out;
+    const fs::path po = dir.path() / "de.po";
+    const Result toFile =
+        qorfmt({"translations", "export", document, "--language", "DE", "-o", po.string()},
+               "export " + missing + ";");
+    EXPECT_EQ(toFile.exitCode, 0) << toFile.err;
+    EXPECT_TRUE(contains(TestUtil::readFile(po), "\"Language: DE\\n\""));
+}
+
+// Whatever escapes a command (here: memory running out while a device is read as a document)
+// ends it with exit status 2 and a message naming the command, never with an abort.
+TEST(QorfmtProgram, WhatEscapesACommandIsExitTwoNamingTheCommand) {
+#ifdef QORFMT_SANITIZED
+    GTEST_SKIP() << "the sanitizers need more address space than the limit leaves";
+#endif
+    TestUtil::TempDir dir;
+    const fs::path link = dir.path() / "zero.fordef";
+    fs::create_symlink("/dev/zero", link);
+    const Result result = qorfmt({"fmt", link.string()}, "ulimit -v 400000; ");
+    EXPECT_EQ(result.exitCode, 2) << result.err;
+    EXPECT_EQ(result.err.rfind("qorfmt fmt: ", 0), 0U) << result.err;
 }
