@@ -248,10 +248,30 @@ int main(int argc, char** argv) {
                            [&] { return runExport(exportOptions, std::cout, std::cerr); });
     });
 
+    TemplateOptions templateOptions;
+    CLI::App* templateCommand = translations->add_subcommand(
+        "template", "Write a PO template (.pot) of the document's texts: every translation "
+                    "empty and no language, for msginit, Poedit or Weblate to start a new "
+                    "language from.");
+    templateCommand->add_option("FILE", templateOptions.file, "the document (- for standard input)")
+        ->required()
+        ->type_name("FILE");
+    templateCommand
+        ->add_option("-o,--output", templateOptions.output,
+                     "the template to write (default: standard output)")
+        ->type_name("FILE.pot");
+    templateCommand->callback([&] {
+        exitCode = guarded("translations template",
+                           [&] { return runTemplate(templateOptions, std::cout, std::cerr); });
+    });
+
     ImportOptions importOptions;
     CLI::App* importCommand = translations->add_subcommand(
         "import", "Take the translations of a PO catalog into the document (writes FILE when "
-                  "any changed; the language is the catalog's).");
+                  "any changed). The language is the catalog's, matched to the document's "
+                  "languages without regard to case and region (de, de_DE and DE are one). "
+                  "Entries translated from a text the document no longer has are left out as "
+                  "stale.");
     importCommand->add_option("FILE", importOptions.file, "the document")
         ->required()
         ->type_name("FILE");

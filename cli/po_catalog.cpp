@@ -290,17 +290,26 @@ PoCatalog readPoFile(const fs::path& file) {
     const bool standardInput = file == "-";
     const std::string name = standardInput ? "standard input" : file.string();
     std::string content;
-    std::unique_ptr<MemoryFile> copy;
     if (standardInput) {
-        // libgettextpo reads files by name: standard input goes to one in memory first.
         content.assign(std::istreambuf_iterator<char>(std::cin), std::istreambuf_iterator<char>());
-        copy = std::make_unique<MemoryFile>();
-        copy->write(content);
     } else {
         std::ifstream probe(name, std::ios::binary);
         if (!probe) {
             throw InputError(name + ": cannot open the file: " + std::strerror(errno));
         }
+        content = readAll(file);
+    }
+    // Editors on Windows start a UTF-8 file with a byte order mark, which libgettextpo refuses.
+    const bool byteOrderMark = content.compare(0, 3, "\xEF\xBB\xBF") == 0;
+    if (byteOrderMark) {
+        content.erase(0, 3);
+    }
+    // libgettextpo reads files by name: standard input, or the file without its mark, goes to
+    // one in memory first.
+    std::unique_ptr<MemoryFile> copy;
+    if (standardInput || byteOrderMark) {
+        copy = std::make_unique<MemoryFile>();
+        copy->write(content);
     }
     const std::string libraryName = copy ? copy->name() : name;
     ProblemLog log;
@@ -325,7 +334,7 @@ PoCatalog readPoFile(const fs::path& file) {
     if (!isUtf8Charset(contentType)) {
         throw InputError(name + ": the catalog is not in UTF-8 (" + contentType + ")");
     }
-    const std::vector<int> starts = messageStartLines(standardInput ? content : readAll(file));
+    const std::vector<int> starts = messageStartLines(content);
     std::vector<PoEntry> entries;
     std::vector<bool> kept; // neither obsolete nor the header
     PoIterator iterator(po_message_iterator(po.get(), nullptr));

@@ -33,7 +33,8 @@ struct PoCatalog {
 /// file and the reason when it cannot be written.
 void writePoFile(const PoCatalog& catalog, const boost::filesystem::path& file);
 
-/// Reads a PO file, standard input for "-"; obsolete messages are left out. Throws InputError with
+/// Reads a PO file, standard input for "-"; obsolete messages are left out, and a UTF-8 byte order
+/// mark is passed over. Throws InputError with
 /// FILE:LINE: REASON (libgettextpo's own messages) when it cannot be read or is not a valid PO
 /// file.
 PoCatalog readPoFile(const boost::filesystem::path& file);

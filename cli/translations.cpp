@@ -76,6 +76,41 @@ std::string whyUnknown(const std::string& context, const DefinitionDocument& doc
     return "the document has no block " + q(parts[0]);
 }
 
+// The language part of a language name, in lower case: "de_DE", "de-DE", "de.UTF-8" and "DE" are
+// all "de".
+std::string languageOnly(const std::string& language) {
+    std::string base = language.substr(0, language.find_first_of("_-.@"));
+    std::transform(base.begin(), base.end(), base.begin(),
+                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+    return base;
+}
+
+// The languages a document has: its borders' second languages and those of its translations.
+std::set<std::string> documentLanguages(const DefinitionDocument& document) {
+    std::set<std::string> found;
+    for (const auto& border : document.borderLayoutTypes(AllUnits)) {
+        found.insert(border->secondLanguages.begin(), border->secondLanguages.end());
+    }
+    for (const auto& entry : document.translations()) {
+        found.insert(entry.first.substr(0, entry.first.find('_')));
+    }
+    found.erase("");
+    return found;
+}
+
+// The document's own spelling of `language` when it has that language (case and region aside),
+// else `language` as given, with '_' (which would break the translation keys) written as '-'.
+std::string resolveLanguage(const std::string& language, const DefinitionDocument& document) {
+    for (const std::string& known : documentLanguages(document)) {
+        if (languageOnly(known) == languageOnly(language)) {
+            return known;
+        }
+    }
+    std::string spelled = language;
+    std::replace(spelled.begin(), spelled.end(), '_', '-');
+    return spelled;
+}
+
 } // namespace
 
 std::vector<TranslatableText> translatableTexts(const DefinitionDocument& document,
@@ -110,40 +145,73 @@ std::string poContext(const TranslatableText& text) {
     return text.blockId + "|" + text.fieldId + "|" + text.lookupKey;
 }
 
+namespace {
+
+// The catalog of the document's texts with their translations into `language`; without a
+// language, the template: every translation empty. `translated` counts those given.
+PoCatalog documentCatalog(const LoadedDocument& loaded, const std::string& file,
+                          const std::string& language, int& translated) {
+    const auto& translations = loaded.document->translations();
+    PoCatalog catalog;
+    catalog.language = language;
+    catalog.project =
+        file == kStandardStream ? inputName(file) : fs::path(file).filename().string();
+    translated = 0;
+    for (const TranslatableText& text : translatableTexts(*loaded.document, loaded.lines)) {
+        PoEntry entry;
+        entry.context = poContext(text);
+        entry.source = text.source;
+        const auto found = language.empty()
+                               ? translations.end()
+                               : translations.find(translationKey(language, text.blockId,
+                                                                  text.fieldId, text.lookupKey));
+        if (found != translations.end()) {
+            entry.translation = found->second;
+            translated += found->second.empty() ? 0 : 1;
+        }
+        entry.comment = text.note;
+        entry.referenceFile = catalog.project;
+        entry.referenceLine = text.line;
+        catalog.entries.push_back(std::move(entry));
+    }
+    return catalog;
+}
+
+} // namespace
+
 int runExport(const ExportOptions& options, std::ostream& out, std::ostream& err) {
     try {
         checkLanguage(options.language);
         const LoadedDocument loaded = load(options.file);
-        const auto& translations = loaded.document->translations();
-        PoCatalog catalog;
-        catalog.language = options.language;
-        catalog.project = options.file == kStandardStream
-                              ? inputName(options.file)
-                              : fs::path(options.file).filename().string();
         int translated = 0;
-        for (const TranslatableText& text : translatableTexts(*loaded.document, loaded.lines)) {
-            PoEntry entry;
-            entry.context = poContext(text);
-            entry.source = text.source;
-            const auto found = translations.find(
-                translationKey(options.language, text.blockId, text.fieldId, text.lookupKey));
-            if (found != translations.end()) {
-                entry.translation = found->second;
-                translated += found->second.empty() ? 0 : 1;
-            }
-            entry.comment = text.note;
-            entry.referenceFile = catalog.project;
-            entry.referenceLine = text.line;
-            catalog.entries.push_back(std::move(entry));
-        }
+        const PoCatalog catalog =
+            documentCatalog(loaded, options.file, options.language, translated);
         writePoFile(catalog, options.output);
         if (options.output != "-") {
-            out << options.output << ": " << catalog.entries.size() << " texts of " << options.file
-                << ", " << translated << " translated into " << options.language << "\n";
+            out << options.output << ": " << catalog.entries.size() << " texts of "
+                << inputName(options.file) << ", " << translated << " translated into "
+                << options.language << "\n";
         }
         return 0;
     } catch (const InputError& e) {
         err << "qorfmt translations export: " << e.what() << '\n';
+        return 2;
+    }
+}
+
+int runTemplate(const TemplateOptions& options, std::ostream& out, std::ostream& err) {
+    try {
+        const LoadedDocument loaded = load(options.file);
+        int translated = 0;
+        const PoCatalog catalog = documentCatalog(loaded, options.file, "", translated);
+        writePoFile(catalog, options.output);
+        if (options.output != "-") {
+            out << options.output << ": " << catalog.entries.size() << " texts of "
+                << inputName(options.file) << "\n";
+        }
+        return 0;
+    } catch (const InputError& e) {
+        err << "qorfmt translations template: " << e.what() << '\n';
         return 2;
     }
 }
@@ -158,7 +226,8 @@ int runImport(const ImportOptions& options, std::ostream& out, std::ostream& err
         if (catalog.language.empty()) {
             throw InputError(inputName(options.catalog) + ": the header names no Language");
         }
-        checkLanguage(catalog.language);
+        std::string language = resolveLanguage(catalog.language, *loaded.document);
+        checkLanguage(language);
         std::map<std::string, TranslatableText> texts;
         for (TranslatableText& text : translatableTexts(*loaded.document, loaded.lines)) {
             texts.emplace(poContext(text), std::move(text));
@@ -190,6 +259,7 @@ int runImport(const ImportOptions& options, std::ostream& out, std::ostream& err
         int unchanged = 0;
         int untranslated = 0;
         int fuzzy = 0;
+        int stale = 0;
         for (const PoEntry& entry : catalog.entries) {
             const TranslatableText& text = texts.at(entry.context);
             if (entry.fuzzy) {
@@ -201,11 +271,16 @@ int runImport(const ImportOptions& options, std::ostream& out, std::ostream& err
                 continue;
             }
             if (entry.source != text.source) {
-                err << "qorfmt translations import: " << where(entry) << "warning: the text of "
-                    << q(entry.context) << " has changed since the catalog was made\n";
+                // Translated from a text the document no longer has: taking it would put a
+                // wrong translation beside the new text.
+                err << "qorfmt translations import: " << where(entry)
+                    << "stale: " << q(entry.context) << " was translated from " << q(entry.source)
+                    << ", but the document's text is now " << q(text.source) << "; left out\n";
+                ++stale;
+                continue;
             }
             const std::string key =
-                translationKey(catalog.language, text.blockId, text.fieldId, text.lookupKey);
+                translationKey(language, text.blockId, text.fieldId, text.lookupKey);
             const auto found = translations.find(key);
             if (found == translations.end()) {
                 ++added;
@@ -217,11 +292,19 @@ int runImport(const ImportOptions& options, std::ostream& out, std::ostream& err
             }
             translations[key] = entry.translation;
         }
-        out << options.file << ": " << catalog.language << ": " << added << " added, " << changed
+        if (!documentLanguages(*loaded.document).count(language)) {
+            out << inputName(options.catalog) << ": language " << q(catalog.language)
+                << " is new to the document"
+                << (language == catalog.language ? "" : ", written " + q(language)) << "\n";
+        } else if (language != catalog.language) {
+            out << inputName(options.catalog) << ": language " << q(catalog.language)
+                << " is the document's " << q(language) << "\n";
+        }
+        out << options.file << ": " << language << ": " << added << " added, " << changed
             << " changed, " << unchanged << " unchanged";
-        if (untranslated + fuzzy > 0) {
-            out << " (" << untranslated << " untranslated and " << fuzzy
-                << " fuzzy entries left out)";
+        if (untranslated + fuzzy + stale > 0) {
+            out << " (" << untranslated << " untranslated, " << fuzzy << " fuzzy and " << stale
+                << " stale entries left out)";
         }
         out << "\n";
         if (added + changed > 0) {
@@ -253,13 +336,7 @@ int runCoverage(const CoverageOptions& options, std::ostream& out, std::ostream&
     }
     const auto& translations = loaded.document->translations();
     if (languages.empty()) {
-        std::set<std::string> found;
-        for (const auto& border : loaded.document->borderLayoutTypes(AllUnits)) {
-            found.insert(border->secondLanguages.begin(), border->secondLanguages.end());
-        }
-        for (const auto& entry : translations) {
-            found.insert(entry.first.substr(0, entry.first.find('_')));
-        }
+        const std::set<std::string> found = documentLanguages(*loaded.document);
         languages.assign(found.begin(), found.end());
     }
     const std::vector<TranslatableText> texts = translatableTexts(*loaded.document, loaded.lines);

@@ -35,6 +35,11 @@ struct ExportOptions {
     std::string output = "-"; ///< "-" for standard output
 };
 
+struct TemplateOptions {
+    std::string file;
+    std::string output = "-"; ///< "-" for standard output
+};
+
 struct ImportOptions {
     std::string file;
     std::string catalog;
@@ -51,9 +56,16 @@ struct CoverageOptions {
 /// cannot be written.
 int runExport(const ExportOptions& options, std::ostream& out, std::ostream& err);
 
+/// Writes a PO template (.pot) of the document's texts: every translation empty, no language.
+/// Returns 0, or 2 when the document cannot be read or the template cannot be written.
+int runTemplate(const TemplateOptions& options, std::ostream& out, std::ostream& err);
+
 /// Takes the translations of a PO catalog into the document and saves it atomically when any
-/// changed. Untranslated and fuzzy entries are left out. A catalog with an entry that names no
-/// text of the document (or that cannot be read) is refused whole, with the line of each such
+/// changed. The catalog's language is matched to the document's languages without regard to case
+/// and region and stored as the document spells it (a new one as given, '_' written '-'), and
+/// `out` says so. Untranslated and fuzzy entries are left out, and so are stale ones (translated
+/// from a text the document no longer has), each named on `err`. A catalog with an entry that names
+/// no text of the document (or that cannot be read) is refused whole, with the line of each such
 /// entry, and nothing is written: exit 2. Otherwise 0.
 int runImport(const ImportOptions& options, std::ostream& out, std::ostream& err);
 

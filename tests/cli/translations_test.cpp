@@ -126,8 +126,8 @@ TEST_F(Translations, ExportThenImportChangesNothing) {
     ASSERT_EQ(exportTo("FR", catalog), 0);
     EXPECT_EQ(import(catalog), 0) << m_err.str();
     EXPECT_EQ(m_out.str(), m_document.string() +
-                               ": FR: 0 added, 0 changed, 18 unchanged (9 untranslated and 0 "
-                               "fuzzy entries left out)\n");
+                               ": FR: 0 added, 0 changed, 18 unchanged (9 untranslated, 0 "
+                               "fuzzy and 0 stale entries left out)\n");
     EXPECT_EQ(TestUtil::readFile(m_document), m_original);
 }
 
@@ -141,8 +141,8 @@ TEST_F(Translations, ImportAddsAndChangesTranslationsAndSavesTheDocument) {
     m_dir.write("DE.po", text);
     EXPECT_EQ(import(catalog), 0) << m_err.str();
     EXPECT_EQ(m_out.str(), m_document.string() +
-                               ": DE: 1 added, 1 changed, 17 unchanged (8 untranslated and 0 "
-                               "fuzzy entries left out)\n");
+                               ": DE: 1 added, 1 changed, 17 unchanged (8 untranslated, 0 "
+                               "fuzzy and 0 stale entries left out)\n");
     const auto document = QorBorder::FordefReader::read(m_document);
     const auto& translations = document->translations();
     EXPECT_EQ(translations.at("DE_ISO7200_RESPDEPT_ENG"), "Entwicklung");
@@ -163,8 +163,8 @@ TEST_F(Translations, ImportLeavesOutFuzzyAndUntranslatedEntries) {
     m_dir.write("DE.po", text);
     EXPECT_EQ(import(catalog), 0) << m_err.str();
     EXPECT_EQ(m_out.str(), m_document.string() +
-                               ": DE: 0 added, 0 changed, 16 unchanged (10 untranslated and 1 "
-                               "fuzzy entries left out)\n");
+                               ": DE: 0 added, 0 changed, 16 unchanged (10 untranslated, 1 "
+                               "fuzzy and 0 stale entries left out)\n");
     EXPECT_EQ(TestUtil::readFile(m_document), m_original);
 }
 
@@ -202,9 +202,10 @@ TEST_F(Translations, ImportTakesTheLanguageFromTheCatalog) {
     m_dir.write("DE.po",
                 replaced(TestUtil::readFile(catalog), "Language: DE\\n", "Language: IT\\n"));
     EXPECT_EQ(import(catalog), 0) << m_err.str();
-    EXPECT_EQ(m_out.str(), m_document.string() +
-                               ": IT: 18 added, 0 changed, 0 unchanged (9 untranslated and 0 "
-                               "fuzzy entries left out)\n");
+    EXPECT_EQ(m_out.str(), catalog.string() + ": language 'IT' is new to the document\n" +
+                               m_document.string() +
+                               ": IT: 18 added, 0 changed, 0 unchanged (9 untranslated, 0 "
+                               "fuzzy and 0 stale entries left out)\n");
     const auto document = QorBorder::FordefReader::read(m_document);
     EXPECT_EQ(document->translations().at("IT_ISO7200_RESPDEPT_ENG"), "Konstruktion");
 }
@@ -241,4 +242,99 @@ TEST_F(Translations, CoverageBelowTheMinimumExitsOne) {
     EXPECT_EQ(coverage({"DE"}, 66), 0);
     EXPECT_EQ(coverage({"DE"}, 67), 1);
     EXPECT_EQ(m_err.str(), "qorfmt translations coverage: DE covers 18 of 27 texts, below 67%\n");
+}
+
+TEST_F(Translations, TemplateHasEveryTextWithoutTranslationOrLanguage) {
+    const fs::path pot = m_dir.path() / "texts.pot";
+    TemplateOptions options;
+    options.file = m_document.string();
+    options.output = pot.string();
+    m_out.str("");
+    ASSERT_EQ(runTemplate(options, m_out, m_err), 0) << m_err.str();
+    EXPECT_EQ(m_out.str(), pot.string() + ": 27 texts of " + m_document.string() + "\n");
+    const PoCatalog read = readPoFile(pot);
+    EXPECT_EQ(read.language, "");
+    ASSERT_EQ(read.entries.size(), 27u);
+    for (const PoEntry& entry : read.entries) {
+        EXPECT_EQ(entry.translation, "") << entry.context;
+        EXPECT_NE(entry.source, "") << entry.context;
+    }
+    EXPECT_EQ(read.entries[0].context, "ISO7200|RESPDEPT|ENG");
+    const std::string command =
+        std::string(QORFMT_MSGFMT) + " --check -o /dev/null '" + pot.string() + "' 2>&1";
+    EXPECT_EQ(std::system(command.c_str()), 0) << TestUtil::readFile(pot);
+    EXPECT_EQ(TestUtil::readFile(m_document), m_original);
+}
+
+TEST_F(Translations, ImportMatchesTheLanguageWithoutRegardToCaseAndRegion) {
+    const fs::path catalog = m_dir.path() / "DE.po";
+    ASSERT_EQ(exportTo("DE", catalog), 0);
+    const std::string exported = TestUtil::readFile(catalog);
+    for (const std::string language : {"de", "de_DE", "DE", "de-AT", "de_CH.UTF-8"}) {
+        SCOPED_TRACE(language);
+        std::string text = replaced(exported, "Language: DE\\n", "Language: " + language + "\\n");
+        text = replaced(text, "msgstr \"Konstruktion\"", "msgstr \"Entwicklung " + language + "\"");
+        m_dir.write("DE.po", text);
+        EXPECT_EQ(import(catalog), 0) << m_err.str();
+        const std::string note = language == "DE" ? ""
+                                                  : catalog.string() + ": language '" + language +
+                                                        "' is the document's 'DE'\n";
+        EXPECT_EQ(m_out.str(), note + m_document.string() +
+                                   ": DE: 0 added, 1 changed, 17 unchanged (9 untranslated, 0 "
+                                   "fuzzy and 0 stale entries left out)\n");
+        const auto document = QorBorder::FordefReader::read(m_document);
+        EXPECT_EQ(document->translations().at("DE_ISO7200_RESPDEPT_ENG"),
+                  "Entwicklung " + language);
+        for (const auto& entry : document->translations()) {
+            EXPECT_TRUE(entry.first.rfind("DE_", 0) == 0 || entry.first.rfind("FR_", 0) == 0)
+                << entry.first;
+        }
+    }
+}
+
+TEST_F(Translations, ImportOfANewLanguageWithARegionWritesItWithADash) {
+    const fs::path catalog = m_dir.path() / "pt_BR.po";
+    ASSERT_EQ(exportTo("DE", catalog), 0);
+    m_dir.write("pt_BR.po",
+                replaced(TestUtil::readFile(catalog), "Language: DE\\n", "Language: pt_BR\\n"));
+    EXPECT_EQ(import(catalog), 0) << m_err.str();
+    EXPECT_EQ(m_out.str().substr(0, m_out.str().find('\n') + 1),
+              catalog.string() + ": language 'pt_BR' is new to the document, written 'pt-BR'\n");
+    const auto document = QorBorder::FordefReader::read(m_document);
+    EXPECT_EQ(document->translations().at("pt-BR_ISO7200_RESPDEPT_ENG"), "Konstruktion");
+}
+
+TEST_F(Translations, ImportLeavesOutStaleEntriesAndCountsThem) {
+    const fs::path catalog = m_dir.path() / "DE.po";
+    ASSERT_EQ(exportTo("DE", catalog), 0);
+    std::string text = TestUtil::readFile(catalog);
+    // The catalog was made when the text was another one.
+    text = replaced(text, "msgid \"Engineering\"\nmsgstr \"Konstruktion\"",
+                    "msgid \"Design office\"\nmsgstr \"Konstruktionsbüro\"");
+    m_dir.write("DE.po", text);
+    const std::string before = text.substr(0, text.find("msgid \"Design office\""));
+    const std::string line = std::to_string(std::count(before.begin(), before.end(), '\n'));
+    EXPECT_EQ(import(catalog), 0) << m_err.str();
+    EXPECT_EQ(m_err.str(), "qorfmt translations import: " + catalog.string() + ":" + line +
+                               ": stale: 'ISO7200|RESPDEPT|ENG' was translated from 'Design "
+                               "office', but the document's text is now 'Engineering'; left "
+                               "out\n");
+    EXPECT_EQ(m_out.str(), m_document.string() +
+                               ": DE: 0 added, 0 changed, 17 unchanged (9 untranslated, 0 "
+                               "fuzzy and 1 stale entries left out)\n");
+    EXPECT_EQ(TestUtil::readFile(m_document), m_original);
+}
+
+TEST_F(Translations, ImportAcceptsAByteOrderMark) {
+    const fs::path catalog = m_dir.path() / "DE.po";
+    ASSERT_EQ(exportTo("DE", catalog), 0);
+    m_dir.write("DE.po",
+                "\xEF\xBB\xBF" + replaced(TestUtil::readFile(catalog), "msgstr \"Konstruktion\"",
+                                          "msgstr \"Entwicklung\""));
+    EXPECT_EQ(import(catalog), 0) << m_err.str();
+    EXPECT_EQ(m_out.str(), m_document.string() +
+                               ": DE: 0 added, 1 changed, 17 unchanged (9 untranslated, 0 "
+                               "fuzzy and 0 stale entries left out)\n");
+    const auto document = QorBorder::FordefReader::read(m_document);
+    EXPECT_EQ(document->translations().at("DE_ISO7200_RESPDEPT_ENG"), "Entwicklung");
 }
