@@ -37,7 +37,7 @@ void addSiteOptions(CLI::App& command, SiteOptions& site) {
 
 std::string lintRulesText() {
     std::string text = "Rules:\n";
-    for (const LintRule& rule : lintRules()) {
+    for (const QorLint::LintRule& rule : QorLint::lintRules()) {
         text += "  " + std::string(rule.name) + "\n      " + rule.summary + "\n";
     }
     return text;

@@ -19,6 +19,9 @@ public:
     ~Field() = default;
 
     std::string id;
+    /// The `type` of a field whose value is chosen from its text choices.
+    static constexpr std::int32_t kTextChoiceType = 1;
+
     std::int32_t type = 0; ///< 0 text, 1 text choice, 2 date, 3 no input, 4 and 5 from attribute
     bool isTableField;
     std::string secondLanguageFieldId; ///< empty for none

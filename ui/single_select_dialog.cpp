@@ -21,10 +21,8 @@ constexpr char kMoreEntry[] = "More...";
 
 int SingleSelectDialog::show(const std::string& title, const std::string& prompt,
                              const std::vector<std::string>& items, int initialSelection) {
+    // An empty list is still shown: the user sees that nothing was found, and cancels.
     const int count = static_cast<int>(items.size());
-    if (count == 0) {
-        return -1;
-    }
     std::string cue = prompt;
     UF_UI_set_prompt(cue.data());
     const bool paged = count > kMenuEntries;

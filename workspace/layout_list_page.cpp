@@ -130,6 +130,12 @@ DialogState LayoutListPage<Traits>::onCopyActivated(StylerEvent* /*event*/) {
 
 template <class Traits>
 DialogState LayoutListPage<Traits>::onCopyFromActivated(StylerEvent* /*event*/) {
+    // Choosing the source opens it: a source that cannot be read is reported, not fatal.
+    return m_host.runFileAction([this] { return copyFromDocument(); });
+}
+
+template <class Traits>
+DialogState LayoutListPage<Traits>::copyFromDocument() {
     const auto& document = m_host.activeDocument();
     if (!document) {
         return DialogStateContinueDialog;

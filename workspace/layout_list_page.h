@@ -69,6 +69,7 @@ private:
     DialogState onEditActivated(StylerEvent* event);
     DialogState onCopyActivated(StylerEvent* event);
     DialogState onCopyFromActivated(StylerEvent* event);
+    DialogState copyFromDocument();
     DialogState onDeleteActivated(StylerEvent* event);
     void updateListSensitivity(StylerItem* item);
     void updateSelectionSensitivity(StylerItem* item);

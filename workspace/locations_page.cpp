@@ -110,7 +110,8 @@ DialogState LocationsPage::onLocationListActivated(StylerEvent* /*event*/) {
 }
 
 DialogState LocationsPage::onNewLocationActivated(StylerEvent* /*event*/) {
-    if (!m_host.activeDocument()) {
+    // A location of no block could be neither listed nor edited nor deleted.
+    if (!m_host.activeDocument() || filterBlockId().empty()) {
         return DialogStateContinueDialog;
     }
     const auto location = boost::make_shared<QorBorder::BlockLocation>();
@@ -206,7 +207,8 @@ void LocationsPage::updateListSensitivity(StylerItem* item) {
 }
 
 void LocationsPage::updateNewLocationSensitivity(StylerItem* item) {
-    KivNX::UI::setSensitivity(item, m_host.activeDocument() && anyBlockLayoutKnown());
+    KivNX::UI::setSensitivity(item, m_host.activeDocument() && anyBlockLayoutKnown() &&
+                                        !filterBlockId().empty());
 }
 
 void LocationsPage::updateSelectedLocationSensitivity(StylerItem* item) {

@@ -1,6 +1,7 @@
 #include "workspace/main_dialog.h"
 
 #include "model/def_document_manager.h"
+#include "model/document_error.h"
 #include "ui/dialog_binder.h"
 #include "ui/message_dialogs.h"
 #include "ui/sensitivity.h"
@@ -10,12 +11,14 @@
 #include "workspace/main_dialog_names.h"
 
 #include <NXOpen/ListingWindow.hxx>
+#include <NXOpen/NXException.hxx>
 #include <NXOpen/Session.hxx>
 
 #include <boost/filesystem/operations.hpp>
 #include <boost/make_shared.hpp>
 
 #include <cassert>
+#include <stdexcept>
 
 using namespace NXOpen::UIStyler;
 using KivNX::UI::OpensDialog;
@@ -38,18 +41,25 @@ void MainDialog::initializeDialog() {
     m_newFile = bind.control<PushButton>(Names::NEW_FILE);
     bind.onActivate(*m_newFile, &MainDialog::onNewFileActivated, OpensDialog::No);
     m_openFile = bind.control<PushButton>(Names::OPEN_FILE);
-    bind.onActivate(*m_openFile, &MainDialog::onOpenFileActivated, OpensDialog::Yes);
+    bind.onActivate(*m_openFile, &MainDialog::reportingFileErrors<&MainDialog::onOpenFileActivated>,
+                    OpensDialog::Yes);
     m_saveFile = bind.control<PushButton>(Names::SAVE_FILE);
-    bind.onActivate(*m_saveFile, &MainDialog::onSaveFileActivated, OpensDialog::Yes);
+    bind.onActivate(*m_saveFile, &MainDialog::reportingFileErrors<&MainDialog::onSaveFileActivated>,
+                    OpensDialog::Yes);
     bind.update(*m_saveFile, &MainDialog::updateSaveFileSensitivity);
     m_saveAsFile = bind.control<PushButton>(Names::SAVEAS_FILE);
-    bind.onActivate(*m_saveAsFile, &MainDialog::onSaveAsFileActivated, OpensDialog::Yes);
+    bind.onActivate(*m_saveAsFile,
+                    &MainDialog::reportingFileErrors<&MainDialog::onSaveAsFileActivated>,
+                    OpensDialog::Yes);
     bind.update(*m_saveAsFile, &MainDialog::updateSaveAsFileSensitivity);
     m_saveAll = bind.control<PushButton>(Names::SAVE_ALL);
-    bind.onActivate(*m_saveAll, &MainDialog::onSaveAllActivated, OpensDialog::No);
+    bind.onActivate(*m_saveAll, &MainDialog::reportingFileErrors<&MainDialog::onSaveAllActivated>,
+                    OpensDialog::No);
     bind.update(*m_saveAll, &MainDialog::updateSaveAllSensitivity);
     m_moveItems = bind.control<PushButton>(Names::MOVE_ITEMS);
-    bind.onActivate(*m_moveItems, &MainDialog::onMoveItemsActivated, OpensDialog::Yes);
+    bind.onActivate(*m_moveItems,
+                    &MainDialog::reportingFileErrors<&MainDialog::onMoveItemsActivated>,
+                    OpensDialog::Yes);
     bind.update(*m_moveItems, &MainDialog::updateMoveItemsSensitivity);
     m_fileSummary = bind.control<PushButton>(Names::FILE_SUMMARY);
     bind.onActivate(*m_fileSummary, &MainDialog::onFileSummaryActivated, OpensDialog::No);
@@ -87,10 +97,17 @@ DialogState MainDialog::onSaveFileActivated(StylerEvent* /*event*/) {
     if (m_activeDocument->filename().empty()) {
         saveActiveDocumentAs();
     } else {
+        saveActiveDocument();
+    }
+    return DialogStateContinueDialog;
+}
+
+void MainDialog::saveActiveDocument() {
+    {
         BusyIndicator busy;
         m_activeDocument->save();
     }
-    return DialogStateContinueDialog;
+    m_saveReport.report({m_activeDocument}, nullptr);
 }
 
 DialogState MainDialog::onSaveAsFileActivated(StylerEvent* /*event*/) {
@@ -113,18 +130,49 @@ void MainDialog::saveActiveDocumentAs() {
         KivNX::UI::errorDialog("Error", "Document name already exists.");
         return;
     }
-    m_activeDocument = boost::make_shared<QorBorder::DefinitionDocument>(*m_activeDocument);
+    // The copy becomes the active document only once it is saved: a failed save leaves the
+    // document the user was working on active, unsaved, and registers nothing.
+    const auto copy = boost::make_shared<QorBorder::DefinitionDocument>(*m_activeDocument);
     {
         BusyIndicator busy;
-        m_activeDocument->save(path);
+        copy->save(path);
     }
-    manager.addDocument(m_activeDocument);
+    manager.addDocument(copy);
+    const auto previous = m_activeDocument;
+    m_activeDocument = copy;
     updateLabels();
+    // A new document's blocks are known to the manager only now.
+    blockLayoutsChanged();
+    m_saveReport.report({m_activeDocument}, previous);
 }
 
 DialogState MainDialog::onSaveAllActivated(StylerEvent* /*event*/) {
-    BusyIndicator busy;
-    QorBorder::DefDocumentManager().saveAll();
+    QorBorder::DefDocumentManagerImpl& manager = QorBorder::DefDocumentManager();
+    std::vector<boost::shared_ptr<QorBorder::DefinitionDocument>> toSave;
+    for (const auto& document : manager.documents()) {
+        if (document->modified) {
+            toSave.push_back(document);
+        }
+    }
+    // The documents saved before a failure are reported too; the failure then goes on to the
+    // "Error" box.
+    const auto reportSaved = [&] {
+        std::vector<boost::shared_ptr<QorBorder::DefinitionDocument>> saved;
+        for (const auto& document : toSave) {
+            if (!document->modified) {
+                saved.push_back(document);
+            }
+        }
+        m_saveReport.report(saved, m_activeDocument);
+    };
+    try {
+        BusyIndicator busy;
+        manager.saveAll();
+    } catch (const QorBorder::DocumentsNotSavedError&) {
+        reportSaved();
+        throw;
+    }
+    reportSaved();
     return DialogStateContinueDialog;
 }
 
@@ -252,6 +300,19 @@ void MainDialog::markActiveDocumentModified() {
 
 void MainDialog::blockLayoutsChanged() {
     m_locationsPage.refreshFilter();
+}
+
+DialogState MainDialog::runFileAction(const std::function<DialogState()>& action) {
+    try {
+        return action();
+    } catch (const NXOpen::NXException&) {
+        throw;
+    } catch (const std::runtime_error& e) {
+        // DocumentError and the file system's errors: the user can try again, or elsewhere,
+        // without losing the documents and the dialog they have open.
+        KivNX::UI::errorDialog("Error", e.what());
+    }
+    return DialogStateContinueDialog;
 }
 
 void MainDialog::deselectListsOtherThan(const KivNX::UI::SingleSelectList* keep) {

@@ -5,6 +5,7 @@
 #include "workspace/borders_page.h"
 #include "workspace/locations_page.h"
 #include "workspace/page_host.h"
+#include "workspace/save_report.h"
 #include "workspace/translations_page.h"
 
 #include <boost/shared_ptr.hpp>
@@ -27,6 +28,11 @@ private:
     void initializeDialog() override;
 
     DialogState onConstruct(StylerEvent* event);
+    /// `action`, with a document that cannot be read or written reported as runFileAction does.
+    template <DialogState (MainDialog::*action)(StylerEvent*)>
+    DialogState reportingFileErrors(StylerEvent* event) {
+        return runFileAction([this, event] { return (this->*action)(event); });
+    }
     DialogState onNewFileActivated(StylerEvent* event);
     DialogState onOpenFileActivated(StylerEvent* event);
     DialogState onSaveFileActivated(StylerEvent* event);
@@ -41,6 +47,7 @@ private:
     void updateSaveAllSensitivity(StylerItem* item);
     void updateMoveItemsSensitivity(StylerItem* item);
 
+    void saveActiveDocument();
     void saveActiveDocumentAs();
     void moveSelectedBlock(QorBorder::DefinitionDocument& target);
     void moveSelectedBorder(QorBorder::DefinitionDocument& target);
@@ -55,6 +62,7 @@ private:
     void markActiveDocumentModified() override;
     void deselectListsOtherThan(const KivNX::UI::SingleSelectList* keep) override;
     void blockLayoutsChanged() override;
+    DialogState runFileAction(const std::function<DialogState()>& action) override;
 
     boost::shared_ptr<QorBorder::DefinitionDocument> m_activeDocument;
 
@@ -73,6 +81,8 @@ private:
     BlocksPage m_blocksPage;
     LocationsPage m_locationsPage;
     TranslationsPage m_translationsPage;
+
+    SaveReport m_saveReport;
 };
 
 } // namespace QorBorderConf

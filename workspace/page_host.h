@@ -1,6 +1,10 @@
 #pragma once
 
+#include <NXOpen/UIStyler_StylerEvent.hxx>
+
 #include <boost/shared_ptr.hpp>
+
+#include <functional>
 
 namespace QorBorder {
 class DefinitionDocument;
@@ -27,6 +31,12 @@ public:
     /// The active document's block layouts were added, changed or deleted: the locations page
     /// refills its block filter.
     virtual void blockLayoutsChanged() = 0;
+    /// Runs an action that reads or writes documents. When a document cannot be read or written
+    /// (the model's or the file system's error), the "Error" box shows why and the main dialog
+    /// stays open, with what the action had not yet changed as it was; NX's own errors still end
+    /// the run. Returns the action's state, or "continue" after an error.
+    virtual NXOpen::UIStyler::DialogState
+    runFileAction(const std::function<NXOpen::UIStyler::DialogState()>& action) = 0;
 
 protected:
     ~PageHost() = default;

@@ -180,7 +180,8 @@ int uc1603(const char* title, int default_item, char items[][38], int num_items)
     if (int code = enter("uc1603")) {
         return code;
     }
-    if (!title || !items || num_items < 1 || num_items > 14) {
+    // No entries shows the title and a way to cancel only.
+    if (!title || !items || num_items < 0 || num_items > 14) {
         return 0;
     }
     if (!nxsim::presenter()) {

@@ -377,18 +377,24 @@ TEST_F(BlockTemplateSite, TemplatePickerHoldsEachNameOnce) {
         << result.message;
 }
 
-// The list picker of the dialog framework answers an empty list as cancelled without showing
-// it, so an empty search changes nothing.
-TEST_F(BlockStyleDialogTest, EmptyTemplateSearchChangesNothing) {
+// An empty search still shows the picker, with its title and no entries, so that the button is
+// seen to work; its cancel changes nothing.
+TEST_F(BlockStyleDialogTest, EmptyTemplateSearchShowsTheEmptyListAndItsCancelChangesNothing) {
     TestUtil::TempDir dir;
     dir.write("site/site.conf", "# no configurations\n");
     TestUtil::ScopedEnvironment env;
     env.set("QORFMT_SITE", (dir.path() / "site").string());
     env.set("QORFMT_CONFIGURATION", nullptr);
     env.set("QORFMT_SEARCH_PATH", nullptr);
-    EXPECT_EQ(show("press BROWSE_TEMPLATE\nexpect value TEMPLATE_FILE \"title_block.prt\"\nok\n"),
+    EXPECT_EQ(show("press BROWSE_TEMPLATE\npick \"Block Templates\" cancel\n"
+                   "expect value TEMPLATE_FILE \"title_block.prt\"\nok\n"),
               2);
     EXPECT_EQ(style->templateFile, "title_block.prt");
+    const auto pickers = nxsim::shownPickers();
+    ASSERT_EQ(pickers.size(), 1u);
+    EXPECT_EQ(pickers[0].title, "Block Templates");
+    EXPECT_EQ(pickers[0].prompt, "Select template from list");
+    EXPECT_TRUE(pickers[0].items.empty());
 }
 
 /// The example site as the configurator finds it: installation, common and plant A.

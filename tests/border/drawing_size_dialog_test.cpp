@@ -2,6 +2,8 @@
 
 #include "border_site.h"
 
+#include <boost/filesystem/operations.hpp>
+
 #include "model/border_layout.h"
 
 #include <nxsim/error_codes.h>
@@ -162,6 +164,22 @@ TEST_F(DrawingSizeDialog, BrowseOffersEachTemplateOnceSortedAndPutsTheChosenOneI
     EXPECT_EQ(pickers[0].items,
               (std::vector<std::string>{"a3.prt", "broken.prt", "d_size.prt", "no_sheet.prt",
                                         "portrait.prt", "two_sheets.prt"}));
+}
+
+// With no frame template along the search path the picker is still shown, empty, so that the
+// button is seen to work; cancelling it changes nothing.
+TEST_F(DrawingSizeDialog, AnEmptyTemplateSearchShowsTheEmptyListAndItsCancelChangesNothing) {
+    boost::filesystem::remove_all(site.site() / "format_defs" / "frame_templates");
+    EXPECT_JOURNAL_PASSES(run(addSizeToA4() + R"J(
+      set TEMPLATE_FILE "typed.prt"
+      press BROWSE_TEMPLATE
+      pick "Frame Templates" cancel
+      expect value TEMPLATE_FILE "typed.prt"
+)J" + kCancelAll));
+    const auto pickers = nxsim::shownPickers();
+    ASSERT_EQ(pickers.size(), 1u);
+    EXPECT_EQ(pickers[0].prompt, "Select template from list");
+    EXPECT_TRUE(pickers[0].items.empty());
 }
 
 TEST_F(DrawingSizeDialog, AnEmptyNameIsRefusedAndNothingIsWritten) {

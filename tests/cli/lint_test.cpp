@@ -1,5 +1,5 @@
-// The checker: each rule on its passing and failing document under tests/data/lint/, references
-// across documents, and the example site with one fault of each rule planted in a copy.
+// The lint command: the site it reads, its output and exit codes, and the example site with one
+// fault of each rule planted in a copy.
 #include "lint.h"
 
 #include "testutil/temp_dir.h"
@@ -9,39 +9,17 @@
 #include <gtest/gtest.h>
 
 #include <fstream>
-#include <map>
 #include <set>
 #include <sstream>
 
 using namespace QorfmtCli;
+using namespace QorLint;
 namespace fs = boost::filesystem;
 
 namespace {
 
 const fs::path kLintData = fs::path(QORFMT_TEST_DATA) / "lint";
 const fs::path kExamples = fs::path(QORFMT_EXAMPLES_DIR);
-
-// Templates as the search root tests/data/lint holds them.
-bool templateInTestData(const std::string& name, const std::string& folder) {
-    boost::system::error_code ec;
-    return fs::is_regular_file(kLintData / folder / name, ec);
-}
-
-LintDocument read(const fs::path& file, const std::string& shownAs, bool checked = true) {
-    LintDocument doc = readLintDocument(file, checked);
-    doc.file = shownAs;
-    return doc;
-}
-
-std::vector<Finding> lintOne(const fs::path& file) {
-    std::vector<LintDocument> documents;
-    documents.push_back(read(file, file.filename().string()));
-    return lint(documents, templateInTestData);
-}
-
-std::string text(const std::vector<Finding>& findings) {
-    return formatText(findings);
-}
 
 // Replaces the one occurrence of `from` in the file by `to`.
 void replaceOnce(const fs::path& file, const std::string& from, const std::string& to) {
@@ -86,121 +64,6 @@ protected:
 };
 
 } // namespace
-
-TEST(Lint, EveryRuleHasAPassingAndAFailingDocument) {
-    ASSERT_EQ(lintRules().size(), 9u);
-    for (const LintRule& rule : lintRules()) {
-        const fs::path folder = kLintData / rule.name;
-        EXPECT_EQ(text(lintOne(folder / "pass.fordef")), "") << rule.name;
-        const std::vector<Finding> findings = lintOne(folder / "fail.fordef");
-        ASSERT_EQ(findings.size(), 1u) << rule.name << ":\n" << text(findings);
-        EXPECT_EQ(findings[0].rule, rule.name);
-        EXPECT_GT(findings[0].line, 0) << rule.name;
-    }
-}
-
-// Each failing document's finding, as the report shows it: the line is that of the element
-// that has the fault.
-TEST(Lint, FindingsNameTheLineOfTheFaultyElementAndWhatIsWrong) {
-    const std::map<std::string, std::string> expected = {
-        {"missing-required-block",
-         "fail.fordef:7: error: border 'FRAME' requires block 'LOGO' on sheet 1, which no "
-         "document of the site defines [missing-required-block]\n"},
-        {"location-target", "fail.fordef:35: error: location 'ANY' of block 'TB' names style "
-                            "'NARROW', which the block does not have [location-target]\n"},
-        {"default-style", "fail.fordef:10: error: block 'TB' has default style 'NARROW', which "
-                          "is none of its styles [default-style]\n"},
-        {"unknown-field", "fail.fordef:19: error: style 'FULL' of block 'TB' places field "
-                          "'SUBTITLE', which the block does not have [unknown-field]\n"},
-        {"translation-key", "fail.fordef:36: error: translation key 'DE_TB_SUBTITLE_' names "
-                            "field 'SUBTITLE', which block 'TB' does not have [translation-key]\n"},
-        {"id-underscore", "fail.fordef:17: error: field ID 'DRAWN_BY' of block 'TB' contains "
-                          "'_', which breaks translation keys [id-underscore]\n"},
-        {"missing-template",
-         "fail.fordef:8: error: drawing size 'A3' of border 'FRAME': frame template "
-         "'frame_a9.prt' is not found in format_defs/frame_templates along the search path "
-         "[missing-template]\n"},
-        {"duplicate-id", "fail.fordef:35: error: location 'BR' of block 'TB' is also defined at "
-                         "fail.fordef:34 [duplicate-id]\n"},
-        {"zone-count", "fail.fordef:8: warning: drawing size 'A3' of border 'FRAME' has 0 "
-                       "vertical zones, but the border numbers its zones [zone-count]\n"},
-    };
-    for (const auto& entry : expected) {
-        EXPECT_EQ(text(lintOne(kLintData / entry.first / "fail.fordef")), entry.second);
-    }
-}
-
-TEST(Lint, ReferencesResolveAcrossDocuments) {
-    TestUtil::TempDir dir;
-    const fs::path borders =
-        dir.write("borders.fordef", "<?xml version=\"1.0\"?>\n"
-                                    "<fordef version=\"1\">\n"
-                                    "  <location id=\"LEFT\" blockId=\"TB\" "
-                                    "styleId=\"FULL\" associatedBlockId=\"\" "
-                                    "dialogText=\"\" offsetX=\"\" offsetY=\"\" "
-                                    "attachCorner=\"0\" associatedCorner=\"0\" "
-                                    "overflowDirection=\"0\"/>\n"
-                                    "  <location id=\"UP\" blockId=\"TB\" "
-                                    "styleId=\"\" associatedBlockId=\"NONE\" "
-                                    "dialogText=\"\" offsetX=\"\" offsetY=\"\" "
-                                    "attachCorner=\"0\" associatedCorner=\"0\" "
-                                    "overflowDirection=\"0\"/>\n"
-                                    "</fordef>\n");
-    std::vector<LintDocument> documents;
-    documents.push_back(read(borders, "borders.fordef"));
-    // Alone, nothing defines block TB.
-    EXPECT_EQ(text(lint(documents, templateInTestData)),
-              "borders.fordef:3: error: location 'LEFT' of block 'TB': no document of the site "
-              "defines the block [location-target]\n"
-              "borders.fordef:4: error: location 'UP' of block 'TB' is placed relative to block "
-              "'NONE', which no document of the site defines [location-target]\n"
-              "borders.fordef:4: error: location 'UP' of block 'TB': no document of the site "
-              "defines the block [location-target]\n");
-    // Beside the document that defines it (only as context), one fault is left.
-    documents.push_back(
-        read(kLintData / "unknown-field" / "pass.fordef", "blocks.fordef", /*checked=*/false));
-    EXPECT_EQ(text(lint(documents, templateInTestData)),
-              "borders.fordef:4: error: location 'UP' of block 'TB' is placed relative to block "
-              "'NONE', which no document of the site defines [location-target]\n");
-}
-
-TEST(Lint, ADuplicateInTwoDocumentsIsReportedOnceNamingBoth) {
-    std::vector<LintDocument> documents;
-    documents.push_back(read(kLintData / "unknown-field" / "pass.fordef", "first.fordef"));
-    documents.push_back(read(kLintData / "missing-template" / "pass.fordef", "second.fordef"));
-    EXPECT_EQ(text(lint(documents, templateInTestData)),
-              "second.fordef:3: error: border 'FRAME' is also defined at first.fordef:3 "
-              "[duplicate-id]\n"
-              "second.fordef:10: error: block 'TB' is also defined at first.fordef:10 "
-              "[duplicate-id]\n"
-              "second.fordef:34: error: location 'BR' of block 'TB' is also defined at "
-              "first.fordef:34 [duplicate-id]\n");
-    // Checking only the first, the duplicate is reported there, naming the second.
-    documents[1].checked = false;
-    const std::vector<Finding> findings = lint(documents, templateInTestData);
-    ASSERT_EQ(findings.size(), 3u);
-    EXPECT_EQ(findings[0].file, "first.fordef");
-    EXPECT_EQ(findings[0].message, "border 'FRAME' is also defined at second.fordef:3");
-}
-
-TEST(Lint, ContextDocumentsAreNotReported) {
-    std::vector<LintDocument> documents;
-    documents.push_back(read(kLintData / "default-style" / "fail.fordef", "context.fordef", false));
-    EXPECT_TRUE(lint(documents, templateInTestData).empty());
-}
-
-TEST(Lint, FindingsAreSortedByFileLineAndRule) {
-    std::vector<LintDocument> documents;
-    documents.push_back(read(kLintData / "zone-count" / "fail.fordef", "b.fordef"));
-    documents.push_back(read(kLintData / "default-style" / "fail.fordef", "a.fordef", false));
-    documents.push_back(read(kLintData / "default-style" / "fail.fordef", "a.fordef"));
-    const std::vector<Finding> findings =
-        lint(documents, [](const std::string&, const std::string&) { return false; });
-    ASSERT_FALSE(findings.empty());
-    EXPECT_TRUE(std::is_sorted(findings.begin(), findings.end()));
-    EXPECT_EQ(findings.front().file, "a.fordef");
-    EXPECT_EQ(findings.back().file, "b.fordef");
-}
 
 TEST(Lint, JsonHasTheSameFieldsAsTheText) {
     const std::vector<Finding> findings = {
@@ -251,6 +114,14 @@ TEST_F(LintCommand, OneFaultOfEachRulePlantedInTheSiteGivesOneFindingEach) {
     replaceOnce(plant / "plant_a.fordef", "<border id=\"PLANTAISO\"", "<border id=\"ISO5457\"");
     replaceOnce(site / "iso5457_borders.fordef", "horizontalZones=\"6\" verticalZones=\"4\"",
                 "horizontalZones=\"0\" verticalZones=\"4\"");
+    replaceOnce(site / "iso7200_blocks.fordef", "lookupKey=\"QA\"", "lookupKey=\"ENG\"");
+    replaceOnce(common / "company_blocks.fordef",
+                "<choice lookupKey=\"COLOUR\" shortValue=\"Colour\" fullValue=\"Nordwerk\"/>", "");
+    replaceOnce(common / "company_blocks.fordef",
+                "<choice lookupKey=\"MONO\" shortValue=\"Monochrome\" fullValue=\"NORDWERK\"/>",
+                "");
+    replaceOnce(site / "asme_y14_1_borders.fordef", "height=\"17\" length=\"22\"",
+                "height=\"-17\" length=\"22\"");
 
     LintOptions options;
     options.site.site = (dir.path() / "site").string();

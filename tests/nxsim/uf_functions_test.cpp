@@ -219,13 +219,29 @@ TEST_F(UfFunctions, MenuAnswersWithTheEntryFromFiveOrTwoForCancel) {
     EXPECT_EQ(uc1603("Frame Templates", 0, items, 2), 2);
 }
 
-TEST_F(UfFunctions, MenuRefusesNoEntriesAndMoreThanFourteen) {
+TEST_F(UfFunctions, MenuRefusesMoreThanFourteenEntries) {
     TestUtil::TestPresenter presenter;
     nxsim::ScopedPresenter scoped(&presenter);
     char items[15][38] = {};
-    EXPECT_EQ(uc1603("T", 0, items, 0), 0);
     EXPECT_EQ(uc1603("T", 0, items, 15), 0);
+    EXPECT_EQ(uc1603("T", 0, items, -1), 0);
     EXPECT_TRUE(nxsim::shownPickers().empty());
+}
+
+// A menu of no entries is shown with its title, and can only be cancelled.
+TEST_F(UfFunctions, MenuWithNoEntriesIsShownAndCancelled) {
+    TestUtil::TestPresenter presenter;
+    nxsim::ScopedPresenter scoped(&presenter);
+    std::vector<std::string> shown = {"not called"};
+    presenter.pick = [&](const std::string&, const std::vector<std::string>& items) {
+        shown = items;
+        return -1;
+    };
+    char items[1][38] = {};
+    EXPECT_EQ(uc1603("Block Templates", 0, items, 0), 2);
+    EXPECT_TRUE(shown.empty());
+    ASSERT_EQ(nxsim::shownPickers().size(), 1u);
+    EXPECT_EQ(nxsim::shownPickers()[0].title, "Block Templates");
 }
 
 TEST_F(UfFunctions, SearchDirectoriesAreTheHostsSearchPathWithoutSubDirectories) {

@@ -1,0 +1,560 @@
+#include "lint/lint.h"
+
+#include "model/fordef_reader.h"
+#include "model/zone_scheme.h"
+
+#include <algorithm>
+#include <cmath>
+#include <map>
+#include <set>
+#include <sstream>
+#include <tuple>
+
+namespace fs = boost::filesystem;
+using namespace QorBorder;
+
+namespace QorLint {
+
+namespace {
+
+const char* const kMissingRequiredBlock = "missing-required-block";
+const char* const kLocationTarget = "location-target";
+const char* const kDefaultStyle = "default-style";
+const char* const kUnknownField = "unknown-field";
+const char* const kTranslationKey = "translation-key";
+const char* const kIdUnderscore = "id-underscore";
+const char* const kMissingTemplate = "missing-template";
+const char* const kDuplicateId = "duplicate-id";
+const char* const kZoneCount = "zone-count";
+const char* const kDuplicateInLayout = "duplicate-in-layout";
+const char* const kTextChoice = "text-choice";
+const char* const kDrawingSize = "drawing-size";
+
+// More zones along one edge than any sheet can show readably; a count above it is a typing
+// error, and drawing it would take memory for nothing.
+constexpr int kMaxZones = 1000;
+
+const char* const kFrameTemplates = "format_defs/frame_templates";
+const char* const kBlockTemplates = "format_defs/block_templates";
+
+std::string q(const std::string& text) {
+    return "'" + text + "'";
+}
+
+bool contains(const std::vector<std::string>& list, const std::string& item) {
+    return std::find(list.begin(), list.end(), item) != list.end();
+}
+
+// The parts of a translation key: split at every "_", as the translation dialog splits it.
+std::vector<std::string> keyParts(const std::string& key) {
+    std::vector<std::string> parts;
+    std::string::size_type start = 0;
+    while (true) {
+        const auto underscore = key.find('_', start);
+        parts.push_back(key.substr(start, underscore - start));
+        if (underscore == std::string::npos) {
+            return parts;
+        }
+        start = underscore + 1;
+    }
+}
+
+std::string formatNumber(double value) {
+    std::ostringstream text;
+    text << value;
+    return text.str();
+}
+
+// Where an object is defined: its document and the line of its element.
+struct Definition {
+    std::size_t document;
+    int line;
+};
+
+class Linter {
+public:
+    Linter(const std::vector<LintDocument>& documents, const TemplateLookup& templateFound)
+        : m_documents(documents), m_templateFound(templateFound) {
+        for (std::size_t d = 0; d < documents.size(); ++d) {
+            const LintDocument& doc = documents[d];
+            for (const auto& border : doc.document->borderLayoutTypes(AllUnits)) {
+                m_borders[border->id].push_back({d, doc.lines.of(border.get())});
+            }
+            for (const auto& block : doc.document->blockLayouts(AllUnits)) {
+                m_blocks[block->id].push_back({d, doc.lines.of(block.get())});
+                m_blockObjects.emplace(block->id, block);
+            }
+            for (const auto& location : doc.document->allBlockLocations()) {
+                m_locations[{location->blockId, location->id}].push_back(
+                    {d, doc.lines.of(location.get())});
+            }
+        }
+    }
+
+    std::vector<Finding> run() {
+        for (std::size_t d = 0; d < m_documents.size(); ++d) {
+            if (!m_documents[d].checked) {
+                continue;
+            }
+            const LintDocument& doc = m_documents[d];
+            for (const auto& border : doc.document->borderLayoutTypes(AllUnits)) {
+                checkBorder(doc, *border);
+            }
+            for (const auto& block : doc.document->blockLayouts(AllUnits)) {
+                checkBlock(doc, *block);
+            }
+            for (const auto& location : doc.document->allBlockLocations()) {
+                checkLocation(doc, *location);
+            }
+            for (const auto& translation : doc.document->translations()) {
+                checkTranslation(doc, translation.first);
+            }
+        }
+        checkDuplicates(m_borders, "border");
+        checkDuplicates(m_blocks, "block");
+        checkDuplicates(m_locations, "location");
+        std::sort(m_findings.begin(), m_findings.end());
+        return m_findings;
+    }
+
+private:
+    void report(const LintDocument& doc, int line, Severity severity, const char* rule,
+                const std::string& message) {
+        m_findings.push_back({doc.file, line, severity, message, rule});
+    }
+    void error(const LintDocument& doc, int line, const char* rule, const std::string& message) {
+        report(doc, line, Severity::Error, rule, message);
+    }
+
+    // The block of that ID that lookups find: the first one, in document order.
+    boost::shared_ptr<const BlockLayout> block(const std::string& id) const {
+        const auto found = m_blockObjects.find(id);
+        return found == m_blockObjects.end() ? nullptr : found->second;
+    }
+
+    // Every ID after the first of its kind in one list: `what` names the item ("field"),
+    // `where` the list's owner ("block 'TB'"); `line(i)` gives item i's line.
+    template <class Line>
+    void checkUnique(const LintDocument& doc, const std::vector<std::string>& ids, const char* what,
+                     const std::string& where, const Line& line) {
+        std::map<std::string, std::size_t> first;
+        for (std::size_t i = 0; i < ids.size(); ++i) {
+            const auto inserted = first.emplace(ids[i], i);
+            if (!inserted.second) {
+                error(doc, line(i), kDuplicateInLayout,
+                      std::string(what) + " " + q(ids[i]) + " occurs twice in " + where +
+                          "; the first is at line " + std::to_string(line(inserted.first->second)));
+            }
+        }
+    }
+
+    void checkDrawingSizeValues(const LintDocument& doc, int line, const std::string& what,
+                                const DrawingSize& size) {
+        const std::pair<double, const char*> extents[] = {{size.height, "height"},
+                                                          {size.length, "length"}};
+        for (const auto& extent : extents) {
+            if (!std::isfinite(extent.first) || extent.first <= 0) {
+                error(doc, line, kDrawingSize,
+                      what + " has " + extent.second + " " + formatNumber(extent.first) +
+                          ", which is not a positive number");
+            }
+        }
+        const std::pair<int, const char*> zones[] = {{size.horizontalZones, "horizontal"},
+                                                     {size.verticalZones, "vertical"}};
+        for (const auto& count : zones) {
+            if (count.first < 0 || count.first > kMaxZones) {
+                error(doc, line, kDrawingSize,
+                      what + " has " + std::to_string(count.first) + " " + count.second +
+                          " zones; a drawing size has 0 to " + std::to_string(kMaxZones));
+            }
+        }
+    }
+
+    void checkBorder(const LintDocument& doc, const BorderLayout& border) {
+        const std::pair<const std::vector<std::string>*, const char*> requirements[] = {
+            {&border.coreRequiredBlocks, "coreRequiredBlock"},
+            {&border.sheet1RequiredBlocks, "sheet1RequiredBlock"}};
+        for (const auto& requirement : requirements) {
+            const std::vector<std::string>& ids = *requirement.first;
+            for (std::size_t i = 0; i < ids.size(); ++i) {
+                if (!block(ids[i])) {
+                    const bool core = requirement.first == &border.coreRequiredBlocks;
+                    error(doc, doc.lines.of(&border, requirement.second, std::to_string(i)),
+                          kMissingRequiredBlock,
+                          "border " + q(border.id) + " requires block " + q(ids[i]) +
+                              (core ? " as a core block" : " on sheet 1") +
+                              ", which no document of the site defines");
+                }
+            }
+        }
+        for (std::size_t i = 0; i < border.secondLanguages.size(); ++i) {
+            const std::string& language = border.secondLanguages[i];
+            if (language.find('_') != std::string::npos) {
+                error(doc, doc.lines.of(&border, "secondLanguage", std::to_string(i)),
+                      kIdUnderscore,
+                      "second language " + q(language) + " of border " + q(border.id) +
+                          " contains '_', which breaks translation keys");
+            }
+        }
+        const auto& sizes = border.drawingSizes();
+        std::vector<std::string> sizeNames;
+        for (const DrawingSize& size : sizes) {
+            sizeNames.push_back(size.name);
+        }
+        checkUnique(doc, sizeNames, "drawing size", "border " + q(border.id), [&](std::size_t i) {
+            return doc.lines.of(&border, "drawingSize", std::to_string(i));
+        });
+        for (std::size_t i = 0; i < sizes.size(); ++i) {
+            const DrawingSize& size = sizes[i];
+            const int line = doc.lines.of(&border, "drawingSize", std::to_string(i));
+            const std::string what = "drawing size " + q(size.name) + " of border " + q(border.id);
+            if (size.templateFile.empty()) {
+                error(doc, line, kMissingTemplate, what + " names no frame template");
+            } else if (!m_templateFound(size.templateFile, kFrameTemplates)) {
+                error(doc, line, kMissingTemplate,
+                      what + ": frame template " + q(size.templateFile) + " is not found in " +
+                          kFrameTemplates + " along the search path");
+            }
+            checkDrawingSizeValues(doc, line, what, size);
+            std::vector<std::string> unzoned;
+            if (numbersZones(border.horizontalZoneType) && size.horizontalZones == 0) {
+                unzoned.push_back("0 horizontal");
+            }
+            if (numbersZones(border.verticalZoneType) && size.verticalZones == 0) {
+                unzoned.push_back("0 vertical");
+            }
+            if (!unzoned.empty()) {
+                report(doc, line, Severity::Warning, kZoneCount,
+                       what + " has " + unzoned[0] + (unzoned.size() > 1 ? " and " : "") +
+                           (unzoned.size() > 1 ? unzoned[1] : std::string()) +
+                           " zones, but the border numbers its zones");
+            }
+        }
+    }
+
+    void checkField(const LintDocument& doc, const BlockLayout& block, const Field& field,
+                    const std::vector<std::string>& partners, const std::string& owner) {
+        const std::string name = "field " + q(field.id) + " of " + owner;
+        const auto& choices = field.choices();
+        std::vector<std::string> keys;
+        for (const Choice& choice : choices) {
+            keys.push_back(choice.lookupKey);
+        }
+        checkUnique(doc, keys, "lookup key", "the choices of " + name, [&](std::size_t i) {
+            return doc.lines.of(&field, "choice", std::to_string(i));
+        });
+        if (field.type == Field::kTextChoiceType) {
+            if (choices.empty()) {
+                error(doc, doc.lines.of(&field), kTextChoice,
+                      name + " is a text choice field without choices");
+            } else if (field.defaultChoice >= static_cast<int>(choices.size())) {
+                report(doc, doc.lines.of(&field), Severity::Warning, kTextChoice,
+                       name + " has default choice " + std::to_string(field.defaultChoice) +
+                           ", but its " + std::to_string(choices.size()) +
+                           " choices are numbered from 0");
+            }
+        }
+        if (!field.secondLanguageFieldId.empty() &&
+            !contains(partners, field.secondLanguageFieldId)) {
+            error(doc, doc.lines.of(&field), kUnknownField,
+                  "field " + q(field.id) + " of " + owner + " names second-language field " +
+                      q(field.secondLanguageFieldId) + ", which block " + q(block.id) +
+                      " does not have");
+        }
+    }
+
+    void checkBlock(const LintDocument& doc, const BlockLayout& block) {
+        const int blockLine = doc.lines.of(&block);
+        const std::string name = "block " + q(block.id);
+        if (block.id.find('_') != std::string::npos) {
+            error(doc, blockLine, kIdUnderscore,
+                  "block ID " + q(block.id) + " contains '_', which breaks translation keys");
+        }
+
+        const std::vector<std::string> fieldIds = block.fieldIds();
+        const auto fields = block.fields();
+        checkUnique(doc, fieldIds, "field", name,
+                    [&](std::size_t i) { return doc.lines.of(fields.at(i).get()); });
+        for (const auto& field : fields) {
+            if (field->id.find('_') != std::string::npos) {
+                error(doc, doc.lines.of(field.get()), kIdUnderscore,
+                      "field ID " + q(field->id) + " of " + name +
+                          " contains '_', which breaks translation keys");
+            }
+            const auto& choices = field->choices();
+            for (std::size_t i = 0; i < choices.size(); ++i) {
+                if (choices[i].lookupKey.find('_') != std::string::npos) {
+                    error(doc, doc.lines.of(field.get(), "choice", std::to_string(i)),
+                          kIdUnderscore,
+                          "lookup key " + q(choices[i].lookupKey) + " of field " + q(field->id) +
+                              " of " + name + " contains '_', which breaks translation keys");
+                }
+            }
+            checkField(doc, block, *field, fieldIds, name);
+        }
+
+        const auto styles = block.styles();
+        std::vector<std::string> styleIds;
+        for (const auto& style : styles) {
+            styleIds.push_back(style->id);
+        }
+        checkUnique(doc, styleIds, "style", name,
+                    [&](std::size_t i) { return doc.lines.of(styles.at(i).get()); });
+        const bool defaultFound = std::any_of(styles.begin(), styles.end(), [&](const auto& style) {
+            return style->id == block.defaultStyleId;
+        });
+        if (block.defaultStyleId.empty() && !styles.empty()) {
+            error(doc, blockLine, kDefaultStyle, name + " has styles but no default style");
+        } else if (!block.defaultStyleId.empty() && !defaultFound) {
+            error(doc, blockLine, kDefaultStyle,
+                  name + " has default style " + q(block.defaultStyleId) +
+                      ", which is none of its styles");
+        }
+
+        const std::vector<std::string> rowTypeIds = block.rowTypeIds();
+        const auto& rowTypes = block.getTable().rowTypes();
+        checkUnique(doc, rowTypeIds, "row type", "the table of " + name,
+                    [&](std::size_t i) { return doc.lines.of(rowTypes.at(i).get()); });
+        std::vector<std::string> allFieldIds = fieldIds;
+        for (const std::string& rowTypeId : rowTypeIds) {
+            for (const std::string& id : block.tableFieldIds(rowTypeId)) {
+                allFieldIds.push_back(id);
+            }
+        }
+
+        for (const auto& style : styles) {
+            const std::string styleName = "style " + q(style->id) + " of " + name;
+            for (const auto& placement : style->placements()) {
+                if (!contains(fieldIds, placement.first)) {
+                    error(doc, doc.lines.of(style.get(), "placement", placement.first),
+                          kUnknownField,
+                          styleName + " places field " + q(placement.first) +
+                              ", which the block does not have");
+                }
+            }
+            for (const auto& column : style->tableColumns()) {
+                const std::string& rowTypeId = column.first.first;
+                const std::string& fieldId = column.first.second;
+                if (!contains(rowTypeIds, rowTypeId) ||
+                    !contains(block.tableFieldIds(rowTypeId), fieldId)) {
+                    error(doc, doc.lines.of(style.get(), "tableColumn", rowTypeId + '\n' + fieldId),
+                          kUnknownField,
+                          styleName + " gives a table column to field " + q(fieldId) +
+                              " of row type " + q(rowTypeId) + ", which the block does not have");
+                }
+            }
+            if (style->templateFile.empty()) {
+                error(doc, doc.lines.of(style.get()), kMissingTemplate,
+                      styleName + " names no block template");
+            } else if (!m_templateFound(style->templateFile, kBlockTemplates)) {
+                error(doc, doc.lines.of(style.get()), kMissingTemplate,
+                      styleName + ": block template " + q(style->templateFile) +
+                          " is not found in " + kBlockTemplates + " along the search path");
+            }
+        }
+
+        for (const auto& rowType : rowTypes) {
+            const std::string rowName = "row type " + q(rowType->id) + " of " + name;
+            std::vector<std::string> rowFieldIds;
+            for (const auto& field : rowType->fields()) {
+                rowFieldIds.push_back(field->id);
+            }
+            checkUnique(doc, rowFieldIds, "field", rowName,
+                        [&](std::size_t i) { return doc.lines.of(rowType->fields().at(i).get()); });
+            const std::pair<const std::string*, const char*> roles[] = {
+                {&rowType->zoneFieldId, "zone field"},
+                {&rowType->typeManagerFieldId, "type manager field"},
+                {&rowType->keyFieldId, "key field"}};
+            for (const auto& role : roles) {
+                if (!role.first->empty() && !contains(rowFieldIds, *role.first)) {
+                    error(doc, doc.lines.of(rowType.get()), kUnknownField,
+                          rowName + " names " + q(*role.first) + " as its " + role.second +
+                              ", which is no field of the row type");
+                }
+            }
+            const std::vector<std::string> dialogFields = rowType->dialogListFields();
+            for (std::size_t i = 0; i < dialogFields.size(); ++i) {
+                if (!contains(rowFieldIds, dialogFields[i])) {
+                    error(doc, doc.lines.of(rowType.get(), "dialogField", std::to_string(i)),
+                          kUnknownField,
+                          rowName + " lists " + q(dialogFields[i]) +
+                              " in its input dialog, which is no field of the row type");
+                }
+            }
+            // A table field's partner may be a field of its row or of the block.
+            std::vector<std::string> partners = rowFieldIds;
+            partners.insert(partners.end(), fieldIds.begin(), fieldIds.end());
+            for (const auto& field : rowType->fields()) {
+                checkField(doc, block, *field, partners, rowName);
+            }
+        }
+
+        const auto symbols = block.symbolTypes();
+        std::vector<std::string> symbolNames;
+        for (const auto& symbol : symbols) {
+            symbolNames.push_back(symbol->dialogText);
+        }
+        checkUnique(doc, symbolNames, "symbol type", name,
+                    [&](std::size_t i) { return doc.lines.of(symbols.at(i).get()); });
+        for (const auto& symbol : symbols) {
+            const std::pair<const std::vector<std::string>*, const char*> lines[] = {
+                {&symbol->line1FieldIds, "line1Field"}, {&symbol->line2FieldIds, "line2Field"}};
+            for (const auto& line : lines) {
+                const std::vector<std::string>& ids = *line.first;
+                for (std::size_t i = 0; i < ids.size(); ++i) {
+                    if (!contains(allFieldIds, ids[i])) {
+                        error(doc, doc.lines.of(symbol.get(), line.second, std::to_string(i)),
+                              kUnknownField,
+                              "symbol type " + q(symbol->dialogText) + " of " + name +
+                                  " shows field " + q(ids[i]) + " on line " +
+                                  (line.first == &symbol->line1FieldIds ? "1" : "2") +
+                                  ", which the block does not have");
+                    }
+                }
+            }
+        }
+    }
+
+    void checkLocation(const LintDocument& doc, const BlockLocation& location) {
+        const int line = doc.lines.of(&location);
+        const std::string name = "location " + q(location.id) + " of block " + q(location.blockId);
+        const auto target = block(location.blockId);
+        if (!target) {
+            error(doc, line, kLocationTarget, name + ": no document of the site defines the block");
+        } else if (!location.styleId.empty()) {
+            const auto styles = target->styles();
+            if (std::none_of(styles.begin(), styles.end(),
+                             [&](const auto& style) { return style->id == location.styleId; })) {
+                error(doc, line, kLocationTarget,
+                      name + " names style " + q(location.styleId) +
+                          ", which the block does not have");
+            }
+        }
+        if (!location.associatedBlockId.empty() && !block(location.associatedBlockId)) {
+            error(doc, line, kLocationTarget,
+                  name + " is placed relative to block " + q(location.associatedBlockId) +
+                      ", which no document of the site defines");
+        }
+    }
+
+    void checkTranslation(const LintDocument& doc, const std::string& key) {
+        const int line = doc.lines.of(doc.document.get(), "translation", key);
+        const std::vector<std::string> parts = keyParts(key);
+        if (parts.size() != 4) {
+            error(doc, line, kTranslationKey,
+                  "translation key " + q(key) + " splits at '_' into " +
+                      std::to_string(parts.size()) +
+                      " parts, not into language, block, field and lookup key");
+            return;
+        }
+        const char* const partNames[] = {"language", "block", "field"};
+        for (std::size_t i = 0; i < 3; ++i) {
+            if (parts[i].empty()) {
+                error(doc, line, kTranslationKey,
+                      "translation key " + q(key) + " has an empty " + partNames[i] + " part");
+                return;
+            }
+        }
+        const auto target = block(parts[1]);
+        if (!target) {
+            error(doc, line, kTranslationKey,
+                  "translation key " + q(key) + " names block " + q(parts[1]) +
+                      ", which no document of the site defines");
+        } else if (!contains(target->fieldIds(), parts[2])) {
+            error(doc, line, kTranslationKey,
+                  "translation key " + q(key) + " names field " + q(parts[2]) + ", which block " +
+                      q(parts[1]) + " does not have");
+        }
+    }
+
+    // One finding per duplicate at each definition after the first, naming the first; when none
+    // of those is checked but the first is, the first names the second.
+    template <class Key>
+    void checkDuplicates(const std::map<Key, std::vector<Definition>>& index, const char* kind) {
+        for (const auto& entry : index) {
+            const std::vector<Definition>& definitions = entry.second;
+            if (definitions.size() < 2) {
+                continue;
+            }
+            bool reported = false;
+            for (std::size_t i = 1; i < definitions.size(); ++i) {
+                if (m_documents[definitions[i].document].checked) {
+                    reportDuplicate(kind, entry.first, definitions[i], definitions[0]);
+                    reported = true;
+                }
+            }
+            if (!reported && m_documents[definitions[0].document].checked) {
+                reportDuplicate(kind, entry.first, definitions[0], definitions[1]);
+            }
+        }
+    }
+
+    static std::string idText(const std::string& id) { return q(id); }
+    static std::string idText(const std::pair<std::string, std::string>& location) {
+        return q(location.second) + " of block " + q(location.first);
+    }
+
+    template <class Key>
+    void reportDuplicate(const char* kind, const Key& id, const Definition& here,
+                         const Definition& other) {
+        const LintDocument& doc = m_documents[here.document];
+        const LintDocument& otherDoc = m_documents[other.document];
+        error(doc, here.line, kDuplicateId,
+              std::string(kind) + " " + idText(id) + " is also defined at " + otherDoc.file +
+                  // An open document's unsaved objects have no line yet.
+                  (other.line > 0 ? ":" + std::to_string(other.line) : std::string()));
+    }
+
+    const std::vector<LintDocument>& m_documents;
+    const TemplateLookup& m_templateFound;
+    std::map<std::string, std::vector<Definition>> m_borders;
+    std::map<std::string, std::vector<Definition>> m_blocks;
+    std::map<std::pair<std::string, std::string>, std::vector<Definition>> m_locations;
+    std::map<std::string, boost::shared_ptr<const BlockLayout>> m_blockObjects;
+    std::vector<Finding> m_findings;
+};
+
+} // namespace
+
+const std::vector<LintRule>& lintRules() {
+    static const std::vector<LintRule> rules = {
+        {kMissingRequiredBlock,
+         "a border requires a block (core or on sheet 1) that no document of the site defines"},
+        {kLocationTarget, "a location's block, style or associated block does not exist"},
+        {kDefaultStyle, "a block's default style is none of its styles"},
+        {kUnknownField, "a style placement, table column, row type role or input dialog entry, "
+                        "symbol type line or second-language field names no field of its block"},
+        {kTranslationKey, "a translation key does not split into four parts at '_', has an empty "
+                          "language, block or field part, or names a block or field that does "
+                          "not exist"},
+        {kIdUnderscore, "a block ID, field ID, lookup key or second language contains '_', "
+                        "which breaks translation keys"},
+        {kMissingTemplate, "a drawing size's frame template or a style's block template is not "
+                           "found along the search path"},
+        {kDuplicateId, "the same border, block or location ID is defined twice in the site"},
+        {kZoneCount, "a drawing size has no zones along an edge whose zones the border numbers"},
+        {kDuplicateInLayout,
+         "an ID occurs twice in one list of a layout: fields, styles, row types or symbol types "
+         "of a block, fields of a row type, drawing sizes of a border, lookup keys of a field's "
+         "choices"},
+        {kTextChoice, "a text choice field has no choices, or its default choice is none of them"},
+        {kDrawingSize, "a drawing size's height or length is not a positive number, or it has "
+                       "fewer than 0 or more than 1000 zones along an edge"},
+    };
+    return rules;
+}
+
+std::vector<Finding> lint(const std::vector<LintDocument>& documents,
+                          const TemplateLookup& templateFound) {
+    return Linter(documents, templateFound).run();
+}
+
+LintDocument readLintDocument(const fs::path& file, const std::string& shownAs, bool checked) {
+    LintDocument doc;
+    doc.file = shownAs;
+    doc.checked = checked;
+    doc.document = FordefReader::read(file, &doc.lines);
+    return doc;
+}
+
+} // namespace QorLint

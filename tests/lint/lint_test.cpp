@@ -1,0 +1,209 @@
+// The checker: each rule on its passing and failing documents under tests/data/lint/, and
+// references across documents.
+#include "lint/lint.h"
+
+#include "testutil/temp_dir.h"
+
+#include <gtest/gtest.h>
+
+#include <boost/filesystem/operations.hpp>
+
+#include <algorithm>
+#include <map>
+
+using namespace QorLint;
+namespace fs = boost::filesystem;
+
+namespace {
+
+const fs::path kLintData = fs::path(QORFMT_TEST_DATA) / "lint";
+
+// Templates as the search root tests/data/lint holds them.
+bool templateInTestData(const std::string& name, const std::string& folder) {
+    boost::system::error_code ec;
+    return fs::is_regular_file(kLintData / folder / name, ec);
+}
+
+LintDocument read(const fs::path& file, const std::string& shownAs, bool checked = true) {
+    return readLintDocument(file, shownAs, checked);
+}
+
+std::vector<Finding> lintOne(const fs::path& file) {
+    std::vector<LintDocument> documents;
+    documents.push_back(read(file, file.filename().string()));
+    return lint(documents, templateInTestData);
+}
+
+std::string text(const std::vector<Finding>& findings) {
+    return formatText(findings);
+}
+
+// The failing documents of a rule: fail.fordef and fail-WHAT.fordef, one fault each.
+std::vector<fs::path> failingDocuments(const std::string& rule) {
+    std::vector<fs::path> files;
+    for (fs::directory_iterator it(kLintData / rule), end; it != end; ++it) {
+        const std::string name = it->path().filename().string();
+        if (name.rfind("fail", 0) == 0) {
+            files.push_back(it->path());
+        }
+    }
+    std::sort(files.begin(), files.end());
+    return files;
+}
+
+} // namespace
+
+TEST(Lint, EveryRuleHasAPassingAndAFailingDocument) {
+    ASSERT_EQ(lintRules().size(), 12u);
+    for (const LintRule& rule : lintRules()) {
+        const fs::path folder = kLintData / rule.name;
+        EXPECT_EQ(text(lintOne(folder / "pass.fordef")), "") << rule.name;
+        const std::vector<fs::path> failing = failingDocuments(rule.name);
+        EXPECT_FALSE(failing.empty()) << rule.name;
+        for (const fs::path& file : failing) {
+            const std::vector<Finding> findings = lintOne(file);
+            ASSERT_EQ(findings.size(), 1u) << file << ":\n" << text(findings);
+            EXPECT_EQ(findings[0].rule, rule.name);
+            EXPECT_GT(findings[0].line, 0) << file;
+        }
+    }
+}
+
+// Each failing document's finding, as the report shows it: the line is that of the element
+// that has the fault.
+TEST(Lint, FindingsNameTheLineOfTheFaultyElementAndWhatIsWrong) {
+    const std::map<std::string, std::string> expected = {
+        {"missing-required-block",
+         "fail.fordef:7: error: border 'FRAME' requires block 'LOGO' on sheet 1, which no "
+         "document of the site defines [missing-required-block]\n"},
+        {"location-target", "fail.fordef:35: error: location 'ANY' of block 'TB' names style "
+                            "'NARROW', which the block does not have [location-target]\n"},
+        {"default-style", "fail.fordef:10: error: block 'TB' has default style 'NARROW', which "
+                          "is none of its styles [default-style]\n"},
+        {"unknown-field", "fail.fordef:19: error: style 'FULL' of block 'TB' places field "
+                          "'SUBTITLE', which the block does not have [unknown-field]\n"},
+        {"translation-key", "fail.fordef:36: error: translation key 'DE_TB_SUBTITLE_' names "
+                            "field 'SUBTITLE', which block 'TB' does not have [translation-key]\n"},
+        {"id-underscore", "fail.fordef:17: error: field ID 'DRAWN_BY' of block 'TB' contains "
+                          "'_', which breaks translation keys [id-underscore]\n"},
+        {"missing-template",
+         "fail.fordef:8: error: drawing size 'A3' of border 'FRAME': frame template "
+         "'frame_a9.prt' is not found in format_defs/frame_templates along the search path "
+         "[missing-template]\n"},
+        {"duplicate-id", "fail.fordef:35: error: location 'BR' of block 'TB' is also defined at "
+                         "fail.fordef:34 [duplicate-id]\n"},
+        {"zone-count", "fail.fordef:8: warning: drawing size 'A3' of border 'FRAME' has 0 "
+                       "vertical zones, but the border numbers its zones [zone-count]\n"},
+        {"duplicate-in-layout", "fail.fordef:13: error: field 'TITLE2' occurs twice in block 'TB'; "
+                                "the first is at line 12 [duplicate-in-layout]\n"},
+        {"duplicate-in-layout/fail-style.fordef",
+         "fail-style.fordef:22: error: style 'FULL' occurs twice in block 'TB'; the first is at "
+         "line 17 [duplicate-in-layout]\n"},
+        {"duplicate-in-layout/fail-row-type.fordef",
+         "fail-row-type.fordef:29: error: row type 'ITEM' occurs twice in the table of block "
+         "'TB'; the first is at line 23 [duplicate-in-layout]\n"},
+        {"duplicate-in-layout/fail-row-type-field.fordef",
+         "fail-row-type-field.fordef:26: error: field 'NAME' occurs twice in row type 'ITEM' of "
+         "block 'TB'; the first is at line 25 [duplicate-in-layout]\n"},
+        {"duplicate-in-layout/fail-symbol-type.fordef",
+         "fail-symbol-type.fordef:33: error: symbol type 'Balloon' occurs twice in block 'TB'; "
+         "the first is at line 30 [duplicate-in-layout]\n"},
+        {"duplicate-in-layout/fail-drawing-size.fordef",
+         "fail-drawing-size.fordef:9: error: drawing size 'A3' occurs twice in border 'FRAME'; "
+         "the first is at line 8 [duplicate-in-layout]\n"},
+        {"duplicate-in-layout/fail-lookup-key.fordef",
+         "fail-lookup-key.fordef:15: error: lookup key 'ASSY' occurs twice in the choices of "
+         "field 'KIND' of block 'TB'; the first is at line 14 [duplicate-in-layout]\n"},
+        {"text-choice", "fail.fordef:13: error: field 'KIND' of block 'TB' is a text choice field "
+                        "without choices [text-choice]\n"},
+        {"text-choice/fail-default.fordef",
+         "fail-default.fordef:13: warning: field 'KIND' of block 'TB' has default choice 2, but "
+         "its 2 choices are numbered from 0 [text-choice]\n"},
+        {"translation-key/fail-empty-part.fordef",
+         "fail-empty-part.fordef:35: error: translation key '_TB_KIND_ASSY' has an empty "
+         "language part [translation-key]\n"},
+        {"drawing-size", "fail.fordef:8: error: drawing size 'A3' of border 'FRAME' has height "
+                         "-5, which is not a positive number [drawing-size]\n"},
+        {"drawing-size/fail-zones.fordef",
+         "fail-zones.fordef:8: error: drawing size 'A3' of border 'FRAME' has 2147483647 "
+         "horizontal zones; a drawing size has 0 to 1000 [drawing-size]\n"},
+    };
+    for (const auto& entry : expected) {
+        const fs::path file = kLintData / entry.first;
+        EXPECT_EQ(text(lintOne(file.extension() == ".fordef" ? file : file / "fail.fordef")),
+                  entry.second)
+            << entry.first;
+    }
+}
+
+TEST(Lint, ReferencesResolveAcrossDocuments) {
+    TestUtil::TempDir dir;
+    const fs::path borders =
+        dir.write("borders.fordef", "<?xml version=\"1.0\"?>\n"
+                                    "<fordef version=\"1\">\n"
+                                    "  <location id=\"LEFT\" blockId=\"TB\" "
+                                    "styleId=\"FULL\" associatedBlockId=\"\" "
+                                    "dialogText=\"\" offsetX=\"\" offsetY=\"\" "
+                                    "attachCorner=\"0\" associatedCorner=\"0\" "
+                                    "overflowDirection=\"0\"/>\n"
+                                    "  <location id=\"UP\" blockId=\"TB\" "
+                                    "styleId=\"\" associatedBlockId=\"NONE\" "
+                                    "dialogText=\"\" offsetX=\"\" offsetY=\"\" "
+                                    "attachCorner=\"0\" associatedCorner=\"0\" "
+                                    "overflowDirection=\"0\"/>\n"
+                                    "</fordef>\n");
+    std::vector<LintDocument> documents;
+    documents.push_back(read(borders, "borders.fordef"));
+    // Alone, nothing defines block TB.
+    EXPECT_EQ(text(lint(documents, templateInTestData)),
+              "borders.fordef:3: error: location 'LEFT' of block 'TB': no document of the site "
+              "defines the block [location-target]\n"
+              "borders.fordef:4: error: location 'UP' of block 'TB' is placed relative to block "
+              "'NONE', which no document of the site defines [location-target]\n"
+              "borders.fordef:4: error: location 'UP' of block 'TB': no document of the site "
+              "defines the block [location-target]\n");
+    // Beside the document that defines it (only as context), one fault is left.
+    documents.push_back(
+        read(kLintData / "unknown-field" / "pass.fordef", "blocks.fordef", /*checked=*/false));
+    EXPECT_EQ(text(lint(documents, templateInTestData)),
+              "borders.fordef:4: error: location 'UP' of block 'TB' is placed relative to block "
+              "'NONE', which no document of the site defines [location-target]\n");
+}
+
+TEST(Lint, ADuplicateInTwoDocumentsIsReportedOnceNamingBoth) {
+    std::vector<LintDocument> documents;
+    documents.push_back(read(kLintData / "unknown-field" / "pass.fordef", "first.fordef"));
+    documents.push_back(read(kLintData / "missing-template" / "pass.fordef", "second.fordef"));
+    EXPECT_EQ(text(lint(documents, templateInTestData)),
+              "second.fordef:3: error: border 'FRAME' is also defined at first.fordef:3 "
+              "[duplicate-id]\n"
+              "second.fordef:10: error: block 'TB' is also defined at first.fordef:10 "
+              "[duplicate-id]\n"
+              "second.fordef:34: error: location 'BR' of block 'TB' is also defined at "
+              "first.fordef:34 [duplicate-id]\n");
+    // Checking only the first, the duplicate is reported there, naming the second.
+    documents[1].checked = false;
+    const std::vector<Finding> findings = lint(documents, templateInTestData);
+    ASSERT_EQ(findings.size(), 3u);
+    EXPECT_EQ(findings[0].file, "first.fordef");
+    EXPECT_EQ(findings[0].message, "border 'FRAME' is also defined at second.fordef:3");
+}
+
+TEST(Lint, ContextDocumentsAreNotReported) {
+    std::vector<LintDocument> documents;
+    documents.push_back(read(kLintData / "default-style" / "fail.fordef", "context.fordef", false));
+    EXPECT_TRUE(lint(documents, templateInTestData).empty());
+}
+
+TEST(Lint, FindingsAreSortedByFileLineAndRule) {
+    std::vector<LintDocument> documents;
+    documents.push_back(read(kLintData / "zone-count" / "fail.fordef", "b.fordef"));
+    documents.push_back(read(kLintData / "default-style" / "fail.fordef", "a.fordef", false));
+    documents.push_back(read(kLintData / "default-style" / "fail.fordef", "a.fordef"));
+    const std::vector<Finding> findings =
+        lint(documents, [](const std::string&, const std::string&) { return false; });
+    ASSERT_FALSE(findings.empty());
+    EXPECT_TRUE(std::is_sorted(findings.begin(), findings.end()));
+    EXPECT_EQ(findings.front().file, "a.fordef");
+    EXPECT_EQ(findings.back().file, "b.fordef");
+}

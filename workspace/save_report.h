@@ -1,0 +1,30 @@
+#pragma once
+
+#include "lint/site_check.h"
+
+#include <boost/shared_ptr.hpp>
+
+#include <vector>
+
+namespace QorBorder {
+class DefinitionDocument;
+}
+
+namespace QorBorderConf {
+
+/// After a save, what the site's checker finds in each saved document, in NX's listing window:
+/// the saves themselves stay as they are, and nothing modal is added to them. A document without
+/// findings writes nothing.
+class SaveReport {
+public:
+    /// Checks `saved` (documents just saved to their files) in the context of the site's other
+    /// documents and of the open ones with unsaved changes, `unregistered` among them (a new
+    /// document not yet in the document manager; may be null).
+    void report(const std::vector<boost::shared_ptr<QorBorder::DefinitionDocument>>& saved,
+                const boost::shared_ptr<QorBorder::DefinitionDocument>& unregistered);
+
+private:
+    QorLint::SiteCheck m_check;
+};
+
+} // namespace QorBorderConf
