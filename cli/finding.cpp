@@ -1,5 +1,7 @@
 #include "finding.h"
 
+#include <nlohmann/json.hpp>
+
 #include <cstdio>
 
 namespace QorfmtCli {
@@ -9,103 +11,123 @@ using QorLint::severityName;
 
 namespace {
 
-// The length of the valid UTF-8 sequence at `i`, or 0 when the bytes there are not one.
-std::size_t utf8Length(const std::string& text, std::size_t i) {
-    const auto byte = [&](std::size_t k) { return static_cast<unsigned char>(text[k]); };
-    const unsigned char lead = byte(i);
-    std::size_t length = 0;
-    unsigned int code = 0;
-    if (lead < 0x80) {
-        return 1;
-    } else if ((lead & 0xE0) == 0xC0) {
-        length = 2;
-        code = lead & 0x1Fu;
-    } else if ((lead & 0xF0) == 0xE0) {
-        length = 3;
-        code = lead & 0x0Fu;
-    } else if ((lead & 0xF8) == 0xF0) {
-        length = 4;
-        code = lead & 0x07u;
-    } else {
-        return 0;
-    }
-    if (i + length > text.size()) {
-        return 0;
-    }
-    for (std::size_t k = 1; k < length; ++k) {
-        if ((byte(i + k) & 0xC0) != 0x80) {
-            return 0;
+using Json = nlohmann::ordered_json;
+
+// Invalid UTF-8 in a message (a document's bytes) becomes U+FFFD rather than failing the report.
+std::string dump(const Json& json, int indent = -1) {
+    return json.dump(indent, ' ', false, Json::error_handler_t::replace);
+}
+
+// What a workflow command's value or property cannot carry as it is.
+std::string githubEscaped(const std::string& text, bool property) {
+    std::string out;
+    for (const char c : text) {
+        switch (c) {
+        case '%':
+            out += "%25";
+            break;
+        case '\r':
+            out += "%0D";
+            break;
+        case '\n':
+            out += "%0A";
+            break;
+        case ':':
+            out += property ? "%3A" : ":";
+            break;
+        case ',':
+            out += property ? "%2C" : ",";
+            break;
+        default:
+            out += c;
         }
-        code = (code << 6) | (byte(i + k) & 0x3Fu);
     }
-    static const unsigned int smallest[] = {0, 0, 0x80, 0x800, 0x10000};
-    if (code < smallest[length] || code > 0x10FFFF || (code >= 0xD800 && code <= 0xDFFF)) {
-        return 0;
-    }
-    return length;
+    return out;
 }
 
 } // namespace
-
-std::string jsonString(const std::string& text) {
-    std::string out = "\"";
-    for (std::size_t i = 0; i < text.size();) {
-        const char c = text[i];
-        const auto byte = static_cast<unsigned char>(c);
-        const std::size_t length = utf8Length(text, i);
-        if (length == 0) {
-            out += "\\ufffd"; // JSON is UTF-8: a byte that is not stands as the replacement
-            ++i;
-            continue;
-        }
-        if (length > 1) {
-            out.append(text, i, length);
-            i += length;
-            continue;
-        }
-        ++i;
-        switch (c) {
-        case '"':
-            out += "\\\"";
-            break;
-        case '\\':
-            out += "\\\\";
-            break;
-        case '\n':
-            out += "\\n";
-            break;
-        case '\r':
-            out += "\\r";
-            break;
-        case '\t':
-            out += "\\t";
-            break;
-        default:
-            if (byte < 0x20) {
-                char escaped[8];
-                std::snprintf(escaped, sizeof escaped, "\\u%04x", byte);
-                out += escaped;
-            } else {
-                out += c;
-            }
-        }
-    }
-    return out + "\"";
-}
 
 std::string formatJson(const std::vector<Finding>& findings) {
     if (findings.empty()) {
         return "[]\n";
     }
-    std::string json = "[\n";
+    std::string text = "[\n";
     for (std::size_t i = 0; i < findings.size(); ++i) {
         const Finding& f = findings[i];
-        json += "  {\"file\": " + jsonString(f.file) + ", \"line\": " + std::to_string(f.line) +
-                ", \"severity\": " + jsonString(severityName(f.severity)) +
-                ", \"message\": " + jsonString(f.message) + ", \"rule\": " + jsonString(f.rule) +
-                "}" + (i + 1 < findings.size() ? ",\n" : "\n");
+        const Json object = {{"file", f.file},
+                             {"line", f.line},
+                             {"severity", severityName(f.severity)},
+                             {"message", f.message},
+                             {"rule", f.rule}};
+        text += "  " + dump(object) + (i + 1 < findings.size() ? ",\n" : "\n");
     }
-    return json + "]\n";
+    return text + "]\n";
+}
+
+std::string sarifUri(const std::string& file) {
+    std::string uri = !file.empty() && file[0] == '/' ? "file://" : "";
+    for (const char c : file) {
+        const auto byte = static_cast<unsigned char>(c);
+        const bool plain = (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') ||
+                           (c >= '0' && c <= '9') || c == '-' || c == '.' || c == '_' || c == '~' ||
+                           c == '/';
+        if (plain) {
+            uri += c;
+        } else {
+            char escaped[4];
+            std::snprintf(escaped, sizeof escaped, "%%%02X", byte);
+            uri += escaped;
+        }
+    }
+    return uri;
+}
+
+std::string formatSarif(const std::vector<Finding>& findings,
+                        const std::vector<QorLint::LintRule>& rules, const std::string& version) {
+    Json ruleList = Json::array();
+    for (const QorLint::LintRule& rule : rules) {
+        ruleList.push_back({{"id", rule.name}, {"shortDescription", {{"text", rule.summary}}}});
+    }
+    Json results = Json::array();
+    for (const Finding& f : findings) {
+        Json result = {{"ruleId", f.rule}};
+        for (std::size_t i = 0; i < rules.size(); ++i) {
+            if (f.rule == rules[i].name) {
+                result["ruleIndex"] = i;
+            }
+        }
+        result["level"] = severityName(f.severity);
+        result["message"] = {{"text", f.message}};
+        Json physical = {{"artifactLocation", {{"uri", sarifUri(f.file)}}}};
+        if (f.line > 0) {
+            physical["region"] = {{"startLine", f.line}};
+        }
+        result["locations"] = Json::array({{{"physicalLocation", physical}}});
+        results.push_back(result);
+    }
+    const Json log = {
+        {"$schema", "https://json.schemastore.org/sarif-2.1.0.json"},
+        {"version", "2.1.0"},
+        {"runs",
+         Json::array(
+             {{{"tool",
+                {{"driver", {{"name", "qorfmt"}, {"version", version}, {"rules", ruleList}}}}},
+               {"results", results}}})}};
+    return dump(log, 2) + "\n";
+}
+
+std::string formatGithub(const std::vector<Finding>& findings) {
+    std::string text;
+    for (const Finding& f : findings) {
+        text +=
+            std::string("::") + severityName(f.severity) + " file=" + githubEscaped(f.file, true);
+        if (f.line > 0) {
+            text += ",line=" + std::to_string(f.line);
+        }
+        text += ",title=" + githubEscaped("qorfmt lint: " + f.rule, true) +
+                "::" + githubEscaped(f.message, false) + "\n";
+    }
+    return text;
 }
 
 } // namespace QorfmtCli

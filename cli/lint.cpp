@@ -1,9 +1,16 @@
 #include "lint.h"
 
 #include "model/document_error.h"
+#include "model/file_replace.h"
+
+#include <boost/filesystem/operations.hpp>
 
 #include <algorithm>
+#include <cerrno>
+#include <cstring>
 #include <ostream>
+
+#include <sys/stat.h>
 
 namespace fs = boost::filesystem;
 using namespace QorLint;
@@ -12,21 +19,91 @@ namespace QorfmtCli {
 
 namespace {
 
-LintDocument readForLint(const fs::path& file, bool checked) {
-    try {
-        return QorLint::readLintDocument(file, displayPath(file), checked);
-    } catch (const QorBorder::DocumentError& e) {
-        throw InputError(e.what());
+// "" for a regular file (or a link to one), else what it is, for the message that refuses it.
+std::string notRegular(const fs::path& file) {
+    struct stat status {};
+    if (::stat(file.c_str(), &status) != 0) {
+        return std::string("cannot open the file: ") + std::strerror(errno);
     }
+    if (S_ISREG(status.st_mode)) {
+        return "";
+    }
+    const char* what = S_ISDIR(status.st_mode)    ? "a directory"
+                       : S_ISFIFO(status.st_mode) ? "a FIFO"
+                       : S_ISCHR(status.st_mode)  ? "a character device"
+                       : S_ISBLK(status.st_mode)  ? "a block device"
+                       : S_ISSOCK(status.st_mode) ? "a socket"
+                                                  : "not a file";
+    return std::string("not a regular file (") + what + "); only documents are read";
+}
+
+// Reads a document; one that cannot be read becomes a finding, so that the others are still
+// checked and a CI run reports all of them.
+bool readForLint(const fs::path& file, bool checked, std::vector<LintDocument>& documents,
+                 std::vector<Finding>& unreadable) {
+    const std::string shownAs = displayPath(file);
+    const std::string refusal = notRegular(file);
+    if (!refusal.empty()) {
+        unreadable.push_back({shownAs, 0, Severity::Error, refusal, kUnreadableRule});
+        return false;
+    }
+    try {
+        documents.push_back(QorLint::readLintDocument(file, shownAs, checked));
+        return true;
+    } catch (const QorBorder::DocumentError& e) {
+        unreadable.push_back({shownAs, e.line(), Severity::Error,
+                              e.reason().empty() ? e.what() : e.reason(), kUnreadableRule});
+    } catch (const std::bad_alloc&) {
+        unreadable.push_back(
+            {shownAs, 0, Severity::Error, "too large to read: out of memory", kUnreadableRule});
+    }
+    return false;
+}
+
+std::string report(const std::vector<Finding>& findings, const LintOptions& options) {
+    if (options.format == "json") {
+        return formatJson(findings);
+    }
+    if (options.format == "sarif") {
+        return formatSarif(findings, commandLintRules(), options.version);
+    }
+    if (options.format == "github") {
+        return formatGithub(findings);
+    }
+    return formatText(findings);
+}
+
+std::string folderList(const std::vector<fs::path>& folders) {
+    std::string text;
+    for (const fs::path& folder : folders) {
+        text += (text.empty() ? "" : ", ") + displayPath(folder);
+    }
+    return text;
 }
 
 } // namespace
 
+std::vector<LintRule> commandLintRules() {
+    std::vector<LintRule> rules = lintRules();
+    rules.push_back({kUnreadableRule, "a document cannot be read: a file that is not a valid "
+                                      "document, cannot be opened, or is no regular file"});
+    return rules;
+}
+
 int runLint(const LintOptions& options, std::ostream& out, std::ostream& err) {
     std::vector<LintDocument> documents;
+    std::vector<Finding> unreadable;
     try {
         applySiteOptions(options.site);
         std::vector<fs::path> given(options.files.begin(), options.files.end());
+        // A FIFO or a device given by name is refused before anything is read (reading it could
+        // block or never end); so is a name that is not there.
+        for (const fs::path& file : given) {
+            const std::string refusal = notRegular(file);
+            if (!refusal.empty()) {
+                throw InputError(file.string() + ": " + refusal);
+            }
+        }
         std::vector<fs::path> site;
         if (siteKnown()) {
             site = siteDocuments();
@@ -35,14 +112,22 @@ int runLint(const LintOptions& options, std::ostream& out, std::ostream& err) {
                    "check\n";
             return 2;
         }
+        if (given.empty() && site.empty()) {
+            const std::vector<fs::path> folders = documentFolders();
+            std::string hint;
+            if (!folders.empty() && folders.front().parent_path().filename() == "format_defs") {
+                hint = "; the site is the folder that holds format_defs/, not format_defs/ itself";
+            }
+            throw InputError("no documents (*.fordef) to check in " + folderList(folders) + hint);
+        }
         for (const fs::path& file : given) {
-            documents.push_back(readForLint(file, true));
+            readForLint(file, true, documents, unreadable);
         }
         for (const fs::path& file : site) {
             const bool alsoGiven = std::any_of(
                 given.begin(), given.end(), [&](const fs::path& g) { return sameFile(g, file); });
             if (!alsoGiven) {
-                documents.push_back(readForLint(file, given.empty()));
+                readForLint(file, given.empty(), documents, unreadable);
             }
         }
     } catch (const InputError& e) {
@@ -52,12 +137,37 @@ int runLint(const LintOptions& options, std::ostream& out, std::ostream& err) {
     // Context documents first, in search order, so that lookups find what the configurator finds.
     std::stable_partition(documents.begin(), documents.end(),
                           [](const LintDocument& doc) { return !doc.checked; });
-    const std::vector<Finding> findings =
+    std::vector<Finding> findings =
         lint(documents, [](const std::string& name, const std::string& folder) {
             return !findAlongSearchPath(name, folder).empty();
         });
-    out << (options.format == "json" ? formatJson(findings) : formatText(findings));
-    return findings.empty() ? 0 : 1;
+    findings.insert(findings.end(), unreadable.begin(), unreadable.end());
+    std::sort(findings.begin(), findings.end());
+
+    const std::string text = report(findings, options);
+    if (options.output.empty() || options.output == "-") {
+        out << text;
+    } else {
+        try {
+            QorBorder::replaceFileAtomically(options.output, text);
+        } catch (const QorBorder::DocumentError& e) {
+            err << "qorfmt lint: " << e.what() << '\n';
+            return 2;
+        }
+    }
+    const auto errors = std::count_if(findings.begin(), findings.end(), [](const Finding& f) {
+        return f.severity == Severity::Error;
+    });
+    const auto warnings = static_cast<long>(findings.size()) - errors;
+    if (errors > 0) {
+        return 1;
+    }
+    if (options.maxWarnings >= 0 && warnings > options.maxWarnings) {
+        err << "qorfmt lint: " << warnings << (warnings == 1 ? " warning" : " warnings")
+            << ", more than --max-warnings " << options.maxWarnings << '\n';
+        return 1;
+    }
+    return 0;
 }
 
 } // namespace QorfmtCli

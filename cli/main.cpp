@@ -37,7 +37,7 @@ void addSiteOptions(CLI::App& command, SiteOptions& site) {
 
 std::string lintRulesText() {
     std::string text = "Rules:\n";
-    for (const QorLint::LintRule& rule : QorLint::lintRules()) {
+    for (const QorLint::LintRule& rule : commandLintRules()) {
         text += "  " + std::string(rule.name) + "\n      " + rule.summary + "\n";
     }
     return text;
@@ -131,13 +131,32 @@ int main(int argc, char** argv) {
     LintOptions lint;
     CLI::App* lintCommand = app.add_subcommand(
         "lint", "Check documents: without FILEs, every document the configurator lists for the "
-                "site. Writes nothing.");
+                "site. A document that cannot be read is an 'unreadable' error and the others are "
+                "still checked. Exit 1 when there is an error (or more warnings than "
+                "--max-warnings), 2 when there is nothing to check.");
     addSiteOptions(*lintCommand, lint.site);
-    lintCommand->add_option("--format", lint.format, "text (default) or json")
-        ->check(CLI::IsMember({"text", "json"}))
+    lintCommand
+        ->add_option("--format", lint.format,
+                     "text (default), json, sarif (SARIF 2.1.0 for code scanning) or github "
+                     "(GitHub Actions annotations)")
+        ->check(CLI::IsMember({"text", "json", "sarif", "github"}))
         ->type_name("FORMAT");
-    lintCommand->add_option("FILE", lint.files, "documents to check, in the site's context")
+    lintCommand
+        ->add_option("-o,--output", lint.output,
+                     "write the report to FILE (default: standard "
+                     "output)")
         ->type_name("FILE");
+    lintCommand
+        ->add_option("--max-warnings", lint.maxWarnings,
+                     "exit 1 when there are more than N warnings (default: warnings alone "
+                     "exit 0)")
+        ->check(CLI::NonNegativeNumber)
+        ->type_name("N");
+    lintCommand
+        ->add_option("FILE", lint.files,
+                     "documents to check, in the site's context (regular files only)")
+        ->type_name("FILE");
+    lint.version = QORFMT_VERSION;
     lintCommand->footer(lintRulesText());
     lintCommand->callback(
         [&] { exitCode = guarded("lint", [&] { return runLint(lint, std::cout, std::cerr); }); });

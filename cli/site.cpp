@@ -47,6 +47,11 @@ void applySiteOptions(const SiteOptions& options) {
             throw InputError(options.site + ": the site is not a directory");
         }
         setEnvironment("QORFMT_SITE", fs::absolute(options.site).lexically_normal().string());
+    } else if (const char* site = std::getenv("QORFMT_SITE")) {
+        boost::system::error_code ec;
+        if (*site && !fs::is_directory(site, ec)) {
+            throw InputError(std::string("QORFMT_SITE=") + site + ": the site is not a directory");
+        }
     }
     setEnvironment("QORFMT_CONFIGURATION", options.configuration);
     setEnvironment("QORFMT_SEARCH_PATH", options.searchPath);
@@ -68,6 +73,18 @@ std::vector<fs::path> siteDocuments() {
     } catch (const std::exception& e) {
         throw InputError(e.what());
     }
+}
+
+std::vector<fs::path> documentFolders() {
+    std::vector<fs::path> folders;
+    try {
+        for (const fs::path& root : searchRoots()) {
+            folders.push_back(root / "format_defs");
+        }
+    } catch (const std::exception& e) {
+        throw InputError(e.what());
+    }
+    return folders;
 }
 
 fs::path findAlongSearchPath(const std::string& name, const std::string& folder) {

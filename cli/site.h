@@ -24,8 +24,8 @@ struct SiteOptions {
 
 /// Hands the options to the support library, which reads them from the environment as the CAD
 /// system's search path and the installation's settings (QORFMT_SITE, QORFMT_CONFIGURATION,
-/// QORFMT_SEARCH_PATH). Throws InputError when the site is not a directory or its settings or
-/// configuration cannot be used.
+/// QORFMT_SEARCH_PATH). Throws InputError when the site (given or in QORFMT_SITE) is not a
+/// directory or its settings or configuration cannot be used.
 void applySiteOptions(const SiteOptions& options);
 
 /// Whether a site is known: given as an option or in QORFMT_SITE.
@@ -34,6 +34,10 @@ bool siteKnown();
 /// The documents the configurator lists for the site: every *.fordef file in a format_defs
 /// directory along the search roots, in search order. Throws InputError as applySiteOptions does.
 std::vector<boost::filesystem::path> siteDocuments();
+
+/// The format_defs folders that siteDocuments looks in, in search order (those that do not exist
+/// included).
+std::vector<boost::filesystem::path> documentFolders();
 
 /// The first file `name` in ROOT/`folder` along the search roots, or an empty path.
 boost::filesystem::path findAlongSearchPath(const std::string& name, const std::string& folder);

@@ -6,8 +6,11 @@
 
 #include <boost/filesystem/operations.hpp>
 
+#include <nlohmann/json.hpp>
+
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <fstream>
 #include <set>
 #include <sstream>
@@ -67,20 +70,71 @@ protected:
 
 TEST(Lint, JsonHasTheSameFieldsAsTheText) {
     const std::vector<Finding> findings = {
-        {"dir/a \"b\".fordef", 12, Severity::Warning, "line\nbreak \\ \x01", "zone-count"}};
+        {"dir/a \"b\".fordef", 12, Severity::Warning, "line\nbreak \\ \x01", "zone-count"},
+        {"b.fordef", 3, Severity::Error, "x", "id-underscore"}};
     EXPECT_EQ(formatJson(findings),
-              "[\n  {\"file\": \"dir/a \\\"b\\\".fordef\", \"line\": 12, \"severity\": "
-              "\"warning\", \"message\": \"line\\nbreak \\\\ \\u0001\", \"rule\": "
-              "\"zone-count\"}\n]\n");
+              "[\n  {\"file\":\"dir/a \\\"b\\\".fordef\",\"line\":12,\"severity\":"
+              "\"warning\",\"message\":\"line\\nbreak \\\\ \\u0001\",\"rule\":"
+              "\"zone-count\"},\n"
+              "  {\"file\":\"b.fordef\",\"line\":3,\"severity\":\"error\",\"message\":\"x\","
+              "\"rule\":\"id-underscore\"}\n]\n");
     EXPECT_EQ(formatJson({}), "[]\n");
 }
 
 TEST(Lint, JsonReplacesBytesThatAreNotUtf8) {
-    EXPECT_EQ(jsonString("Gr\xc3\xb6\xc3\x9f"
-                         "e \xff"),
-              "\"Gr\xc3\xb6\xc3\x9f"
-              "e \\ufffd\"");
-    EXPECT_EQ(jsonString("\xc0\xaf"), "\"\\ufffd\\ufffd\"");
+    const std::string json = formatJson({{"a.fordef", 1, Severity::Error,
+                                          "Gr\xc3\xb6\xc3\x9f"
+                                          "e \xff",
+                                          "r"}});
+    EXPECT_NE(json.find("\"Gr\xc3\xb6\xc3\x9f"
+                        "e \xef\xbf\xbd\""),
+              std::string::npos)
+        << json;
+}
+
+TEST(Lint, SarifIsALogOfOneRunWithRulesResultsAndLocations) {
+    const std::vector<LintRule> rules = {{"zone-count", "zones"}, {"unreadable", "cannot read"}};
+    const std::vector<Finding> findings = {
+        {"site/format_defs/a b.fordef", 13, Severity::Warning, "0 zones", "zone-count"},
+        {"/abs/broken.fordef", 0, Severity::Error, "cannot open", "unreadable"},
+        {"c.fordef", 2, Severity::Error, "other", "not-listed"}};
+    const nlohmann::json log = nlohmann::json::parse(formatSarif(findings, rules, "1.2.3"));
+    EXPECT_EQ(log["version"], "2.1.0");
+    EXPECT_EQ(log["$schema"], "https://json.schemastore.org/sarif-2.1.0.json");
+    ASSERT_EQ(log["runs"].size(), 1U);
+    const nlohmann::json& run = log["runs"][0];
+    EXPECT_EQ(run["tool"]["driver"]["name"], "qorfmt");
+    EXPECT_EQ(run["tool"]["driver"]["version"], "1.2.3");
+    ASSERT_EQ(run["tool"]["driver"]["rules"].size(), 2U);
+    EXPECT_EQ(run["tool"]["driver"]["rules"][1]["id"], "unreadable");
+    EXPECT_EQ(run["tool"]["driver"]["rules"][1]["shortDescription"]["text"], "cannot read");
+    ASSERT_EQ(run["results"].size(), 3U);
+    const nlohmann::json& warning = run["results"][0];
+    EXPECT_EQ(warning["ruleId"], "zone-count");
+    EXPECT_EQ(warning["ruleIndex"], 0);
+    EXPECT_EQ(warning["level"], "warning");
+    EXPECT_EQ(warning["message"]["text"], "0 zones");
+    const nlohmann::json& location = warning["locations"][0]["physicalLocation"];
+    EXPECT_EQ(location["artifactLocation"]["uri"], "site/format_defs/a%20b.fordef");
+    EXPECT_EQ(location["region"]["startLine"], 13);
+    const nlohmann::json& error = run["results"][1];
+    EXPECT_EQ(error["level"], "error");
+    EXPECT_EQ(error["ruleIndex"], 1);
+    EXPECT_EQ(error["locations"][0]["physicalLocation"]["artifactLocation"]["uri"],
+              "file:///abs/broken.fordef");
+    EXPECT_FALSE(error["locations"][0]["physicalLocation"].contains("region"))
+        << "SARIF lines start at 1: no line, no region";
+    EXPECT_FALSE(run["results"][2].contains("ruleIndex"));
+}
+
+TEST(Lint, GithubAnnotationsEscapeWhatWorkflowCommandsCannotCarry) {
+    EXPECT_EQ(
+        formatGithub({{"a,b:c.fordef", 7, Severity::Error, "100% wrong\nnext: line", "zone-count"},
+                      {"d.fordef", 0, Severity::Warning, "w", "unreadable"}}),
+        "::error file=a%2Cb%3Ac.fordef,line=7,title=qorfmt lint%3A zone-count::100%25 "
+        "wrong%0Anext: line\n"
+        "::warning file=d.fordef,title=qorfmt lint%3A unreadable::w\n");
+    EXPECT_EQ(formatGithub({}), "");
 }
 
 TEST_F(LintCommand, TheExampleSiteIsClean) {
@@ -162,14 +216,157 @@ TEST_F(LintCommand, FilesAreCheckedInTheContextOfTheSite) {
     EXPECT_EQ(m_out.str(), "");
 }
 
-TEST_F(LintCommand, AnUnreadableDocumentIsAnInputError) {
+TEST_F(LintCommand, AnUnreadableDocumentIsAFindingAndTheOthersAreStillChecked) {
     TestUtil::TempDir dir;
-    const fs::path file = dir.write("broken.fordef", "<fordef version=\"1\">\n<border/>\n");
+    const fs::path broken = dir.write("broken.fordef", "<fordef version=\"1\">\n<border/>\n");
     LintOptions options;
-    options.files = {file.string(), (dir.path() / "missing.fordef").string()};
+    options.files = {broken.string(), (kLintData / "zone-count" / "fail.fordef").string()};
+    options.site.searchPath = kLintData.string();
+    for (const std::string format : {"text", "json"}) {
+        options.format = format;
+        EXPECT_EQ(run(options), 1) << m_err.str();
+        EXPECT_NE(m_out.str().find(broken.string()), std::string::npos) << m_out.str();
+        EXPECT_NE(m_out.str().find("unreadable"), std::string::npos) << m_out.str();
+        EXPECT_NE(m_out.str().find("zone-count"), std::string::npos) << m_out.str();
+        EXPECT_EQ(m_err.str(), "");
+    }
+    options.format = "text";
+    run(options);
+    EXPECT_EQ(m_out.str().rfind(broken.string() + ":2: error: ", 0), 0u) << m_out.str();
+}
+
+TEST_F(LintCommand, AnUnreadableDocumentOfTheSiteIsAFinding) {
+    TestUtil::TempDir dir;
+    copyTree(kExamples / "site", dir.path() / "site");
+    dir.write("site/format_defs/broken.fordef", "<fordef version=\"1\"><x/></fordef>\n");
+    LintOptions options;
+    options.site.site = (dir.path() / "site").string();
+    options.site.configuration = "none";
+    dir.mkdir("configurations/none");
+    EXPECT_EQ(run(options), 1) << m_err.str();
+    EXPECT_NE(m_out.str().find("broken.fordef:1: error: unexpected element 'x' in 'fordef' "
+                               "[unreadable]\n"),
+              std::string::npos)
+        << m_out.str();
+}
+
+TEST_F(LintCommand, AFileThatIsNotARegularFileIsRefusedAtOnceNamingIt) {
+    TestUtil::TempDir dir;
+    const fs::path fifo = dir.path() / "pipe.fordef";
+    ASSERT_EQ(std::system(("mkfifo '" + fifo.string() + "'").c_str()), 0);
+    const fs::path device = dir.path() / "zero.fordef";
+    fs::create_symlink("/dev/zero", device);
+    const struct {
+        fs::path file;
+        std::string message;
+    } cases[] = {
+        {fifo, "not a regular file (a FIFO)"},
+        {device, "not a regular file (a character device)"},
+        {dir.path(), "not a regular file (a directory)"},
+        {dir.path() / "missing.fordef", "cannot open the file: No such file or directory"},
+    };
+    for (const auto& c : cases) {
+        LintOptions options;
+        options.files = {(kLintData / "zone-count" / "fail.fordef").string(), c.file.string()};
+        EXPECT_EQ(run(options), 2) << c.file;
+        EXPECT_EQ(m_err.str(),
+                  "qorfmt lint: " + c.file.string() + ": " + c.message +
+                      (c.message.rfind("not", 0) == 0 ? "; only documents are read" : "") + "\n");
+        EXPECT_EQ(m_out.str(), "");
+    }
+}
+
+TEST_F(LintCommand, ASiteWithNoDocumentsIsExitTwoNamingWhereItLooked) {
+    TestUtil::TempDir dir;
+    dir.mkdir("empty/format_defs");
+    LintOptions options;
+    options.site.site = (dir.path() / "empty").string();
     EXPECT_EQ(run(options), 2);
-    EXPECT_NE(m_err.str().find("broken.fordef:"), std::string::npos) << m_err.str();
+    EXPECT_NE(m_err.str().find("qorfmt lint: no documents (*.fordef) to check in " +
+                               (dir.path() / "empty" / "format_defs").string()),
+              std::string::npos)
+        << m_err.str();
+
+    options.site.site = (dir.path() / "empty" / "format_defs").string();
+    EXPECT_EQ(run(options), 2);
+    EXPECT_NE(m_err.str().find("the site is the folder that holds format_defs/"), std::string::npos)
+        << m_err.str();
     EXPECT_EQ(m_out.str(), "");
+}
+
+TEST_F(LintCommand, ASiteInTheEnvironmentThatIsNoDirectoryIsExitTwo) {
+    m_environment.set("QORFMT_SITE", "/nonexistent");
+    EXPECT_EQ(run(LintOptions()), 2);
+    EXPECT_EQ(m_err.str(), "qorfmt lint: QORFMT_SITE=/nonexistent: the site is not a directory\n");
+}
+
+TEST_F(LintCommand, ErrorsFailTheRunAndWarningsOnlyAboveMaxWarnings) {
+    // zone-count is a warning, default-style an error.
+    const struct {
+        const char* name;
+        const char* document;
+        int maxWarnings;
+        int exitCode;
+    } cases[] = {
+        {"a warning alone", "zone-count", -1, 0},
+        {"a warning within the limit", "zone-count", 1, 0},
+        {"a warning over the limit", "zone-count", 0, 1},
+        {"an error", "default-style", -1, 1},
+        {"an error with room for warnings", "default-style", 10, 1},
+        {"no findings", "zone-count/pass", 0, 0},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.name);
+        LintOptions options;
+        const std::string folder = c.document;
+        options.files = {
+            (kLintData /
+             (folder.find('/') == std::string::npos ? folder + "/fail.fordef" : folder + ".fordef"))
+                .string()};
+        options.site.searchPath = kLintData.string();
+        options.maxWarnings = c.maxWarnings;
+        EXPECT_EQ(run(options), c.exitCode) << m_out.str() << m_err.str();
+        EXPECT_EQ(m_err.str().find("more than --max-warnings") != std::string::npos,
+                  c.maxWarnings >= 0 && c.exitCode == 1 && folder == "zone-count");
+    }
+}
+
+TEST_F(LintCommand, EachFormatGivesTheSameFindingsAndExitCode) {
+    const struct {
+        const char* format;
+        const char* expected;
+    } cases[] = {
+        {"text", ":8: warning: drawing size 'A3' of border 'FRAME' has 0 "},
+        {"json", "\"line\":8,\"severity\":\"warning\""},
+        {"sarif", "\"startLine\": 8"},
+        {"github", "::warning file="},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.format);
+        LintOptions options;
+        options.files = {(kLintData / "zone-count" / "fail.fordef").string()};
+        options.site.searchPath = kLintData.string();
+        options.format = c.format;
+        EXPECT_EQ(run(options), 0) << m_err.str();
+        EXPECT_NE(m_out.str().find(c.expected), std::string::npos) << m_out.str();
+    }
+}
+
+TEST_F(LintCommand, OutputWritesTheReportToAFile) {
+    TestUtil::TempDir dir;
+    LintOptions options;
+    options.files = {(kLintData / "default-style" / "fail.fordef").string()};
+    options.site.searchPath = kLintData.string();
+    options.format = "sarif";
+    options.output = (dir.path() / "lint.sarif").string();
+    EXPECT_EQ(run(options), 1);
+    EXPECT_EQ(m_out.str(), "");
+    const nlohmann::json log = nlohmann::json::parse(TestUtil::readFile(options.output));
+    EXPECT_EQ(log["runs"][0]["results"][0]["ruleId"], "default-style");
+
+    options.output = (dir.path() / "no folder" / "lint.sarif").string();
+    EXPECT_EQ(run(options), 2);
+    EXPECT_NE(m_err.str().find("no folder"), std::string::npos) << m_err.str();
 }
 
 TEST_F(LintCommand, WithoutSiteOrFilesThereIsNothingToCheck) {
@@ -189,9 +386,9 @@ TEST_F(LintCommand, JsonFormatListsTheFindings) {
     options.files = {(kLintData / "zone-count" / "fail.fordef").string()};
     options.site.searchPath = kLintData.string();
     options.format = "json";
-    EXPECT_EQ(run(options), 1);
-    EXPECT_EQ(m_out.str().rfind("[\n  {\"file\": ", 0), 0u) << m_out.str();
-    EXPECT_NE(m_out.str().find("\"rule\": \"zone-count\"}\n]\n"), std::string::npos);
+    EXPECT_EQ(run(options), 0);
+    EXPECT_EQ(m_out.str().rfind("[\n  {\"file\":", 0), 0u) << m_out.str();
+    EXPECT_NE(m_out.str().find("\"rule\":\"zone-count\"}\n]\n"), std::string::npos);
 }
 
 TEST_F(LintCommand, AConfigurationThatDoesNotExistIsAnInputError) {

@@ -291,3 +291,23 @@ TEST(QorfmtProgram, WhatEscapesACommandIsExitTwoNamingTheCommand) {
     EXPECT_EQ(result.exitCode, 2) << result.err;
     EXPECT_EQ(result.err.rfind("qorfmt fmt: ", 0), 0U) << result.err;
 }
+
+TEST(QorfmtProgram, LintRefusesAFifoAtOnceInsteadOfWaitingForIt) {
+    TestUtil::TempDir dir;
+    const fs::path fifo = dir.path() / "pipe.fordef";
+    const Result result = qorfmt({"lint", fifo.string()}, "mkfifo " + quote(fifo.string()) + "; ");
+    EXPECT_EQ(result.exitCode, 2);
+    EXPECT_EQ(result.err, "qorfmt lint: " + fifo.string() +
+                              ": not a regular file (a FIFO); only documents are read\n");
+}
+
+TEST(QorfmtProgram, LintWritesSarifToTheNamedFile) {
+    TestUtil::TempDir dir;
+    const fs::path sarif = dir.path() / "lint.sarif";
+    const Result result = qorfmt({"lint", "--site", (kExamples / "site").string(), "--format",
+                                  "sarif", "-o", sarif.string()});
+    EXPECT_EQ(result.exitCode, 0) << result.err;
+    EXPECT_EQ(result.out, "");
+    EXPECT_TRUE(contains(TestUtil::readFile(sarif), "\"version\": \"" QORFMT_VERSION "\""));
+    EXPECT_TRUE(contains(TestUtil::readFile(sarif), "\"results\": []"));
+}
