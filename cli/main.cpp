@@ -167,7 +167,18 @@ int main(int argc, char** argv) {
     fmtCommand->add_flag(
         "--check", fmt.check,
         "only name the documents that would change (exit 1 if any); write nothing");
-    fmtCommand->add_option("FILE", fmt.files, "documents to format")->required()->type_name("FILE");
+    fmtCommand->add_flag("--diff", fmt.diff,
+                         "only show what would change, as a unified diff (exit 1 if anything "
+                         "would); write nothing");
+    fmtCommand->add_flag("--drop-comments", fmt.dropComments,
+                         "rewrite documents that hold XML comments, which are lost (without it "
+                         "such a document is refused, naming the line of its first comment)");
+    fmtCommand
+        ->add_option("FILE", fmt.files,
+                     "documents to format (- reads standard input and "
+                     "writes the result to standard output)")
+        ->required()
+        ->type_name("FILE");
     fmtCommand->callback(
         [&] { exitCode = guarded("fmt", [&] { return runFmt(fmt, std::cout, std::cerr); }); });
 
@@ -294,7 +305,11 @@ int main(int argc, char** argv) {
     importCommand->add_option("FILE", importOptions.file, "the document")
         ->required()
         ->type_name("FILE");
-    importCommand->add_option("CATALOG", importOptions.catalog, "the PO catalog")
+    importCommand->add_flag("--drop-comments", importOptions.dropComments,
+                            "save the document even though it holds XML comments, which are "
+                            "lost");
+    importCommand
+        ->add_option("CATALOG", importOptions.catalog, "the PO catalog (- for standard input)")
         ->required()
         ->type_name("LANG.po");
     importCommand->callback([&] {

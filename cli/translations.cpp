@@ -3,6 +3,7 @@
 #include "input.h"
 #include "po_catalog.h"
 #include "site.h"
+#include "text_diff.h"
 
 #include "model/document_error.h"
 #include "model/fordef_reader.h"
@@ -26,11 +27,14 @@ namespace {
 struct LoadedDocument {
     boost::shared_ptr<DefinitionDocument> document;
     SourceLines lines;
+    std::string bytes; ///< the file's content
 };
 
 LoadedDocument load(const std::string& file) {
     LoadedDocument loaded;
-    loaded.document = readDocumentInput(file, &loaded.lines).document;
+    DocumentInput input = readDocumentInput(file, &loaded.lines, true);
+    loaded.document = input.document;
+    loaded.bytes = std::move(input.bytes);
     return loaded;
 }
 
@@ -308,6 +312,11 @@ int runImport(const ImportOptions& options, std::ostream& out, std::ostream& err
         }
         out << "\n";
         if (added + changed > 0) {
+            if (const int line = options.dropComments ? 0 : firstCommentLine(loaded.bytes)) {
+                throw InputError(options.file + ":" + std::to_string(line) +
+                                 ": holds an XML comment, which saving the document would drop; "
+                                 "nothing was written (--drop-comments imports anyway)");
+            }
             loaded.document->setFieldTranslations(translations);
             try {
                 loaded.document->save();

@@ -43,6 +43,7 @@ struct TemplateOptions {
 struct ImportOptions {
     std::string file;
     std::string catalog;
+    bool dropComments = false; ///< save a document that holds XML comments (which are lost)
 };
 
 struct CoverageOptions {
@@ -64,9 +65,10 @@ int runTemplate(const TemplateOptions& options, std::ostream& out, std::ostream&
 /// changed. The catalog's language is matched to the document's languages without regard to case
 /// and region and stored as the document spells it (a new one as given, '_' written '-'), and
 /// `out` says so. Untranslated and fuzzy entries are left out, and so are stale ones (translated
-/// from a text the document no longer has), each named on `err`. A catalog with an entry that names
-/// no text of the document (or that cannot be read) is refused whole, with the line of each such
-/// entry, and nothing is written: exit 2. Otherwise 0.
+/// from a text the document no longer has), each named on `err`. A document that holds an XML
+/// comment is not saved (exit 2, naming its line) unless `dropComments`. A catalog with an entry
+/// that names no text of the document (or that cannot be read) is refused whole, with the line of
+/// each such entry, and nothing is written: exit 2. Otherwise 0.
 int runImport(const ImportOptions& options, std::ostream& out, std::ostream& err);
 
 /// Prints a table of blocks by languages: texts translated out of those that can be. Returns 1

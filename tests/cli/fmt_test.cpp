@@ -1,6 +1,7 @@
 // Canonical formatting: documents are rewritten as the model's writer writes them, and only when
 // that changes their bytes.
 #include "fmt.h"
+#include "text_diff.h"
 
 #include "base/wildcard_filter.h"
 #include "testutil/temp_dir.h"
@@ -9,6 +10,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
+#include <random>
 #include <sstream>
 
 using namespace QorfmtCli;
@@ -115,4 +118,124 @@ TEST_F(Fmt, AnUnreadableDocumentIsReportedAndTheOthersAreStillFormatted) {
                                "version 1)\n");
     EXPECT_EQ(TestUtil::readFile(broken), "<fordef version=\"2\"/>\n");
     EXPECT_EQ(TestUtil::readFile(spread), canonical);
+}
+
+namespace {
+
+// The canonical document with a comment put in before its second line's element.
+std::string withComment(const std::string& canonical) {
+    const std::string::size_type second = canonical.find('\n', canonical.find('\n') + 1) + 1;
+    return canonical.substr(0, second) + "  <!-- kept by hand -->\n" + canonical.substr(second);
+}
+
+} // namespace
+
+TEST_F(Fmt, ADocumentWithACommentIsRefusedNamingTheLineOfTheFirst) {
+    const std::string canonical =
+        TestUtil::readFile(kData / "lint" / "unknown-field" / "pass.fordef");
+    const fs::path file = m_dir.write("commented.fordef", withComment(canonical));
+    FmtOptions options;
+    options.files = {file.string()};
+    EXPECT_EQ(run(options), 2);
+    EXPECT_EQ(m_err.str(), "qorfmt fmt: " + file.string() +
+                               ":3: holds an XML comment, which the canonical form does not "
+                               "keep; not rewritten (--diff shows the change, --drop-comments "
+                               "rewrites it without its comments)\n");
+    EXPECT_EQ(TestUtil::readFile(file), withComment(canonical));
+
+    options.dropComments = true;
+    EXPECT_EQ(run(options), 0) << m_err.str();
+    EXPECT_EQ(m_out.str(), file.string() + ": rewritten\n");
+    EXPECT_EQ(TestUtil::readFile(file), canonical);
+}
+
+TEST_F(Fmt, CheckCountsACommentedDocumentAsNotCanonical) {
+    const std::string canonical =
+        TestUtil::readFile(kData / "lint" / "unknown-field" / "pass.fordef");
+    const fs::path file = m_dir.write("commented.fordef", withComment(canonical));
+    FmtOptions options;
+    options.check = true;
+    options.files = {file.string()};
+    EXPECT_EQ(run(options), 1);
+    EXPECT_EQ(m_out.str(), file.string() + ": not in canonical form\n");
+}
+
+TEST_F(Fmt, DiffShowsWhatWouldChangeAndWritesNothing) {
+    const std::string canonical =
+        TestUtil::readFile(kData / "lint" / "unknown-field" / "pass.fordef");
+    const fs::path file = m_dir.write("commented.fordef", withComment(canonical));
+    const fs::path same = m_dir.write("same.fordef", canonical);
+    FmtOptions options;
+    options.diff = true;
+    options.files = {file.string(), same.string()};
+    EXPECT_EQ(run(options), 1) << m_err.str();
+    const std::vector<std::string> lines = [&] {
+        std::vector<std::string> all;
+        std::istringstream in(canonical);
+        for (std::string line; std::getline(in, line);) {
+            all.push_back(line);
+        }
+        return all;
+    }();
+    EXPECT_EQ(m_out.str(), "--- " + file.string() + "\n+++ " + file.string() +
+                               " (formatted)\n@@ -1,6 +1,5 @@\n " + lines[0] + "\n " + lines[1] +
+                               "\n-  <!-- kept by hand -->\n " + lines[2] + "\n " + lines[3] +
+                               "\n " + lines[4] + "\n");
+    EXPECT_EQ(TestUtil::readFile(file), withComment(canonical));
+    options.files = {same.string()};
+    EXPECT_EQ(run(options), 0);
+    EXPECT_EQ(m_out.str(), "");
+}
+
+TEST(TextDiff, FirstCommentLine) {
+    EXPECT_EQ(firstCommentLine("<a/>\n"), 0);
+    EXPECT_EQ(firstCommentLine("<!-- x -->\n<a/>"), 1);
+    EXPECT_EQ(firstCommentLine("<a>\n\n  <!-- x -->\n<!-- y --></a>"), 3);
+    EXPECT_EQ(firstCommentLine("<a b=\"&lt;!--\"/>"), 0);
+}
+
+// The diff is the one `patch` applies: for edits of every kind, patching the old text with it
+// gives the new one.
+TEST(TextDiff, PatchAppliesTheUnifiedDiffToGiveTheNewText) {
+    TestUtil::TempDir dir;
+    const std::string original = TestUtil::readFile(fs::path(QORFMT_EXAMPLES_DIR) /
+                                                    "site/format_defs/iso7200_blocks.fordef");
+    std::mt19937 random(20261124);
+    for (int round = 0; round < 40; ++round) {
+        std::vector<std::string> lines;
+        std::istringstream in(original);
+        for (std::string line; std::getline(in, line);) {
+            lines.push_back(line);
+        }
+        const int edits = 1 + static_cast<int>(random() % (round < 30 ? 8 : 200));
+        for (int e = 0; e < edits && !lines.empty(); ++e) {
+            const std::size_t at = random() % lines.size();
+            switch (random() % 3) {
+            case 0:
+                lines.erase(lines.begin() + static_cast<std::ptrdiff_t>(at));
+                break;
+            case 1:
+                lines.insert(lines.begin() + static_cast<std::ptrdiff_t>(at),
+                             "new " + std::to_string(e));
+                break;
+            default:
+                lines[at] += " changed";
+            }
+        }
+        std::string edited;
+        for (const std::string& line : lines) {
+            edited += line + "\n";
+        }
+        if (round % 5 == 4) {
+            edited.pop_back(); // no line feed at the end
+        }
+        const fs::path before = dir.write("before.fordef", original);
+        const fs::path patchFile =
+            dir.write("change.diff", unifiedDiff(original, edited, "before.fordef", "after"));
+        const std::string command = "patch -s -o '" + (dir.path() / "patched").string() + "' '" +
+                                    before.string() + "' < '" + patchFile.string() + "' 2>&1";
+        ASSERT_EQ(std::system(command.c_str()), 0) << TestUtil::readFile(patchFile);
+        EXPECT_EQ(TestUtil::readFile(dir.path() / "patched"), edited) << "round " << round;
+    }
+    EXPECT_EQ(unifiedDiff(original, original, "a", "b"), "");
 }

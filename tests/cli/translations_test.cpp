@@ -338,3 +338,28 @@ TEST_F(Translations, ImportAcceptsAByteOrderMark) {
     const auto document = QorBorder::FordefReader::read(m_document);
     EXPECT_EQ(document->translations().at("DE_ISO7200_RESPDEPT_ENG"), "Entwicklung");
 }
+
+TEST_F(Translations, ImportIntoADocumentWithACommentIsRefusedUnlessDropComments) {
+    const fs::path catalog = m_dir.path() / "DE.po";
+    ASSERT_EQ(exportTo("DE", catalog), 0);
+    m_dir.write("DE.po", replaced(TestUtil::readFile(catalog), "msgstr \"Konstruktion\"",
+                                  "msgstr \"Entwicklung\""));
+    const std::string commented =
+        replaced(m_original, "<fordef version=\"1\">\n", "<fordef version=\"1\">\n<!-- x -->\n");
+    m_dir.write("iso7200_blocks.fordef", commented);
+    EXPECT_EQ(import(catalog), 2);
+    EXPECT_NE(m_err.str().find(m_document.string() +
+                               ":3: holds an XML comment, which saving the document would drop"),
+              std::string::npos)
+        << m_err.str();
+    EXPECT_EQ(TestUtil::readFile(m_document), commented);
+
+    ImportOptions options;
+    options.file = m_document.string();
+    options.catalog = catalog.string();
+    options.dropComments = true;
+    m_out.str("");
+    m_err.str("");
+    EXPECT_EQ(runImport(options, m_out, m_err), 0) << m_err.str();
+    EXPECT_EQ(TestUtil::readFile(m_document).find("<!--"), std::string::npos);
+}
