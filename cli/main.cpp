@@ -191,17 +191,28 @@ int main(int argc, char** argv) {
     diffCommand->add_option("--format", diff.format, "text (default) or json")
         ->check(CLI::IsMember({"text", "json"}))
         ->type_name("FORMAT");
-    diffCommand->add_flag("--git", diff.git,
-                          "take the seven arguments of git's diff driver instead of A B, and exit "
-                          "0 when the documents differ");
+    std::vector<std::string> gitArguments;
+    std::string diffA;
+    std::string diffB;
     diffCommand
-        ->add_option("A B", diff.files,
-                     "the two documents (- for standard input); with --git, git's seven")
-        ->required()
-        ->expected(2, 7)
-        ->type_name("");
-    diffCommand->callback(
-        [&] { exitCode = guarded("diff", [&] { return runDiff(diff, std::cout, std::cerr); }); });
+        ->add_option("--git", gitArguments,
+                     "as git's diff driver: take the seven arguments git hands it instead of A "
+                     "B (/dev/null for a side that is missing), and exit 0 when the documents "
+                     "differ")
+        ->expected(7)
+        ->type_name("PATH OLD-FILE OLD-HEX OLD-MODE NEW-FILE NEW-HEX NEW-MODE");
+    diffCommand->add_option("A", diffA, "the old document (- for standard input)")->type_name("");
+    diffCommand->add_option("B", diffB, "the new document (- for standard input)")->type_name("");
+    diffCommand->callback([&] {
+        diff.git = !gitArguments.empty();
+        diff.files = diff.git ? gitArguments : std::vector<std::string>{diffA, diffB};
+        if (!diff.git && (diffA.empty() || diffB.empty())) {
+            std::cerr << "qorfmt diff: give two documents, A and B\n";
+            exitCode = 2;
+            return;
+        }
+        exitCode = guarded("diff", [&] { return runDiff(diff, std::cout, std::cerr); });
+    });
 
     MergeOptions merge;
     CLI::App* mergeCommand = app.add_subcommand(
