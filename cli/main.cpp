@@ -246,10 +246,15 @@ int main(int argc, char** argv) {
                   "zones and their numbering, the size's name and description. A PDF gets one "
                   "page per size; an SVG or PNG one file per size (OUT-SIZE) when there are "
                   "several.");
-    renderCommand->add_option("FILE", render.file, "the document")->required()->type_name("FILE");
-    renderCommand->add_option("--border", render.border, "the border's ID")
+    renderCommand->add_option("FILE", render.file, "the document (- for standard input)")
         ->required()
-        ->type_name("ID");
+        ->type_name("FILE");
+    CLI::Option* borderOption =
+        renderCommand->add_option("--border", render.border, "the border's ID")->type_name("ID");
+    CLI::Option* allOption = renderCommand->add_flag(
+        "--all", render.all, "every border of the document, each in its own file (OUT-BORDER)");
+    renderCommand->add_flag("--list", render.list, "only name the borders and their sizes");
+    borderOption->excludes(allOption);
     renderCommand->add_option("--size", render.size, "only this drawing size")->type_name("NAME");
     renderCommand
         ->add_option("-o,--output", render.output,

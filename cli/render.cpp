@@ -17,6 +17,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
 #include <memory>
 #include <ostream>
 
@@ -188,15 +189,19 @@ void save(const std::string& file, const std::string& content) {
     }
 }
 
-void writePdf(const std::vector<FrameDrawing>& drawings, const std::string& file) {
+void writePdf(const std::vector<FrameDrawing>& drawings, const std::string& file,
+              const std::string& title) {
     std::string content;
     {
         const double scale = unitScale(drawings[0], kPointsPerInch);
         Surface surface(cairo_pdf_surface_create_for_stream(
             appendTo, &content, drawings[0].length * scale, drawings[0].height * scale));
+        cairo_pdf_surface_set_metadata(surface.get(), CAIRO_PDF_METADATA_TITLE, title.c_str());
+        cairo_pdf_surface_set_metadata(surface.get(), CAIRO_PDF_METADATA_CREATOR, "qorfmt render");
         Context cr(cairo_create(surface.get()));
         for (const FrameDrawing& drawing : drawings) {
             const double pageScale = unitScale(drawing, kPointsPerInch);
+            cairo_pdf_surface_set_page_label(surface.get(), drawing.sizeName.c_str());
             cairo_pdf_surface_set_size(surface.get(), drawing.length * pageScale,
                                        drawing.height * pageScale);
             cairo_save(cr.get());
@@ -212,15 +217,35 @@ void writePdf(const std::vector<FrameDrawing>& drawings, const std::string& file
     save(file, content);
 }
 
-void writeSvg(const FrameDrawing& drawing, const std::string& file) {
+// The same drawing measured in millimetres.
+FrameDrawing inMillimetres(FrameDrawing drawing) {
+    if (drawing.millimetres) {
+        return drawing;
+    }
+    for (double* value : {&drawing.length, &drawing.height, &drawing.frameLeft,
+                          &drawing.frameBottom, &drawing.frameRight, &drawing.frameTop}) {
+        *value *= kMillimetresPerInch;
+    }
+    for (std::vector<Zone>* zones : {&drawing.horizontalZones, &drawing.verticalZones}) {
+        for (Zone& zone : *zones) {
+            zone.from *= kMillimetresPerInch;
+            zone.to *= kMillimetresPerInch;
+        }
+    }
+    drawing.millimetres = true;
+    return drawing;
+}
+
+void writeSvg(const FrameDrawing& inAnyUnit, const std::string& file) {
     std::string content;
     {
-        // The document's unit is the drawing's, so that one user unit is one millimetre or
-        // one inch on the sheet.
+        // Millimetres for every border, text included: Cairo writes glyph outlines in the
+        // document's unit, rounded to 1/64 of it, so that in inches the letters come out
+        // mangled in renderers other than Cairo.
+        const FrameDrawing drawing = inMillimetres(inAnyUnit);
         Surface surface(cairo_svg_surface_create_for_stream(appendTo, &content, drawing.length,
                                                             drawing.height));
-        cairo_svg_surface_set_document_unit(surface.get(), drawing.millimetres ? CAIRO_SVG_UNIT_MM
-                                                                               : CAIRO_SVG_UNIT_IN);
+        cairo_svg_surface_set_document_unit(surface.get(), CAIRO_SVG_UNIT_MM);
         Context cr(cairo_create(surface.get()));
         draw(cr.get(), drawing);
         check(cairo_status(cr.get()), file);
@@ -228,6 +253,43 @@ void writeSvg(const FrameDrawing& drawing, const std::string& file) {
         check(cairo_surface_status(surface.get()), file);
     }
     save(file, content);
+}
+
+// CRC-32 of PNG chunks (ISO 3309).
+std::uint32_t crc32(const std::string& bytes) {
+    std::uint32_t crc = 0xFFFFFFFFu;
+    for (const char c : bytes) {
+        crc ^= static_cast<unsigned char>(c);
+        for (int bit = 0; bit < 8; ++bit) {
+            crc = (crc >> 1) ^ (0xEDB88320u & (0u - (crc & 1u)));
+        }
+    }
+    return crc ^ 0xFFFFFFFFu;
+}
+
+void appendBigEndian(std::string& out, std::uint32_t value) {
+    for (int shift = 24; shift >= 0; shift -= 8) {
+        out += static_cast<char>((value >> shift) & 0xFFu);
+    }
+}
+
+// The PNG with a pHYs chunk after its header, so that viewers and printers know its
+// resolution (Cairo writes none, and 72 dpi is then assumed).
+std::string withResolution(const std::string& png, int dpi) {
+    constexpr std::size_t kHeaderEnd = 8 + 4 + 4 + 13 + 4; // signature and IHDR chunk
+    if (png.size() < kHeaderEnd) {
+        return png;
+    }
+    const auto pixelsPerMetre = static_cast<std::uint32_t>(std::lround(dpi / 0.0254));
+    std::string chunk = "pHYs";
+    appendBigEndian(chunk, pixelsPerMetre);
+    appendBigEndian(chunk, pixelsPerMetre);
+    chunk += '\x01'; // the unit is the metre
+    std::string block;
+    appendBigEndian(block, 9);
+    block += chunk;
+    appendBigEndian(block, crc32(chunk));
+    return png.substr(0, kHeaderEnd) + block + png.substr(kHeaderEnd);
 }
 
 void writePng(const FrameDrawing& drawing, const std::string& file, int dpi) {
@@ -246,7 +308,7 @@ void writePng(const FrameDrawing& drawing, const std::string& file, int dpi) {
         check(cairo_status(cr.get()), file);
         check(cairo_surface_write_to_png_stream(surface.get(), appendTo, &content), file);
     }
-    save(file, content);
+    save(file, withResolution(content, dpi));
 }
 
 std::string extensionOf(const std::string& file) {
@@ -301,68 +363,115 @@ FrameDrawing frameDrawing(const BorderLayout& border, const DrawingSize& size) {
         zonesOf(border.verticalZoneType, size.verticalZones, drawing.frameBottom, drawing.frameTop,
                 !zonesCountFromTop(border.zoneStart));
     drawing.title = size.name + (size.description.empty() ? "" : ": " + size.description);
+    drawing.sizeName = size.name;
     return drawing;
 }
+
+namespace {
+
+// A file beside `output` named after it and `part`: OUT-PART.EXT.
+std::string withPart(const std::string& output, const std::string& part) {
+    const fs::path path(output);
+    return (path.parent_path() /
+            (path.stem().string() + "-" + fileNamePart(part) + path.extension().string()))
+        .string();
+}
+
+void renderBorder(const BorderLayout& border, const RenderOptions& options,
+                  const std::string& output, std::ostream& out) {
+    std::vector<const DrawingSize*> sizes;
+    std::string names;
+    for (const DrawingSize& size : border.drawingSizes()) {
+        names += (names.empty() ? "" : ", ") + size.name;
+        if (options.size.empty() || size.name == options.size) {
+            sizes.push_back(&size);
+        }
+    }
+    if (sizes.empty()) {
+        throw InputError("border " + q(border.id) +
+                         (options.size.empty() ? " has no drawing sizes"
+                                               : " has no drawing size " + q(options.size) +
+                                                     " (it has " + names + ")"));
+    }
+    std::vector<FrameDrawing> drawings;
+    for (const DrawingSize* size : sizes) {
+        drawings.push_back(frameDrawing(border, *size));
+    }
+    const std::string extension = extensionOf(output);
+    if (extension == ".pdf") {
+        const std::string title =
+            "Border " + border.id + (border.description.empty() ? "" : ": " + border.description);
+        writePdf(drawings, output, title);
+        out << output << ": " << drawings.size() << (drawings.size() == 1 ? " page" : " pages")
+            << "\n";
+        return;
+    }
+    if (extension != ".svg" && extension != ".png") {
+        throw InputError(output + ": the output must end in .svg, .pdf or .png");
+    }
+    for (std::size_t i = 0; i < drawings.size(); ++i) {
+        const std::string file = drawings.size() > 1 ? withPart(output, sizes[i]->name) : output;
+        if (extension == ".svg") {
+            writeSvg(drawings[i], file);
+        } else {
+            writePng(drawings[i], file, options.dpi);
+        }
+        out << file << ": " << sizes[i]->name << "\n";
+    }
+}
+
+void listBorders(const DefinitionDocument& document, std::ostream& out) {
+    for (const auto& border : document.borderLayoutTypes(AllUnits)) {
+        const char* unit = border->units == 1 ? " in" : border->units == 2 ? " mm" : "";
+        out << border->id << ":";
+        std::string separator = " ";
+        for (const DrawingSize& size : border->drawingSizes()) {
+            out << separator << size.name << " " << numberText(size.length) << " x "
+                << numberText(size.height) << unit;
+            separator = ", ";
+        }
+        out << (border->drawingSizes().empty() ? " no drawing sizes" : "") << "\n";
+    }
+}
+
+} // namespace
 
 int runRender(const RenderOptions& options, std::ostream& out, std::ostream& err) {
     try {
         const boost::shared_ptr<DefinitionDocument> document =
             readDocumentInput(options.file).document;
+        const auto borders = document->borderLayoutTypes(AllUnits);
+        if (options.list) {
+            listBorders(*document, out);
+            return 0;
+        }
+        if (options.all) {
+            if (borders.empty()) {
+                throw InputError(inputName(options.file) + " has no borders");
+            }
+            for (const auto& border : borders) {
+                const std::string output = options.output.empty()
+                                               ? fileNamePart(border->id) + ".pdf"
+                                               : withPart(options.output, border->id);
+                renderBorder(*border, options, output, out);
+            }
+            return 0;
+        }
+        if (options.border.empty()) {
+            throw InputError("name the border (--border ID), or give --all or --list");
+        }
         const auto border = document->getBorderLayout(options.border);
         if (!border) {
             std::string known;
-            for (const auto& candidate : document->borderLayoutTypes(AllUnits)) {
+            for (const auto& candidate : borders) {
                 known += (known.empty() ? "" : ", ") + candidate->id;
             }
             throw InputError(inputName(options.file) + " has no border " + q(options.border) +
                              (known.empty() ? " (it has none)" : " (it has " + known + ")"));
         }
-        std::vector<const DrawingSize*> sizes;
-        std::string names;
-        for (const DrawingSize& size : border->drawingSizes()) {
-            names += (names.empty() ? "" : ", ") + size.name;
-            if (options.size.empty() || size.name == options.size) {
-                sizes.push_back(&size);
-            }
-        }
-        if (sizes.empty()) {
-            throw InputError("border " + q(border->id) +
-                             (options.size.empty() ? " has no drawing sizes"
-                                                   : " has no drawing size " + q(options.size) +
-                                                         " (it has " + names + ")"));
-        }
-        std::vector<FrameDrawing> drawings;
-        for (const DrawingSize* size : sizes) {
-            drawings.push_back(frameDrawing(*border, *size));
-        }
-
-        const std::string output =
-            options.output.empty() ? fileNamePart(border->id) + ".pdf" : options.output;
-        const std::string extension = extensionOf(output);
-        if (extension == ".pdf") {
-            writePdf(drawings, output);
-            out << output << ": " << drawings.size() << (drawings.size() == 1 ? " page" : " pages")
-                << "\n";
-            return 0;
-        }
-        if (extension != ".svg" && extension != ".png") {
-            throw InputError(output + ": the output must end in .svg, .pdf or .png");
-        }
-        for (std::size_t i = 0; i < drawings.size(); ++i) {
-            std::string file = output;
-            if (drawings.size() > 1) {
-                const fs::path path(output);
-                file = (path.parent_path() /
-                        (path.stem().string() + "-" + fileNamePart(sizes[i]->name) + extension))
-                           .string();
-            }
-            if (extension == ".svg") {
-                writeSvg(drawings[i], file);
-            } else {
-                writePng(drawings[i], file, options.dpi);
-            }
-            out << file << ": " << sizes[i]->name << "\n";
-        }
+        renderBorder(*border, options,
+                     options.output.empty() ? fileNamePart(border->id) + ".pdf" : options.output,
+                     out);
         return 0;
     } catch (const InputError& e) {
         err << "qorfmt render: " << e.what() << '\n';

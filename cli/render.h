@@ -27,6 +27,7 @@ struct FrameDrawing {
     std::vector<Zone> horizontalZones; ///< along the length, from left to right
     std::vector<Zone> verticalZones;   ///< along the height, from bottom to top
     std::string title;                 ///< the size's name and description
+    std::string sizeName;              ///< the drawing size's name (a PDF's page label)
     bool millimetres = true;           ///< else inches
 };
 
@@ -37,16 +38,20 @@ FrameDrawing frameDrawing(const QorBorder::BorderLayout& border,
 
 struct RenderOptions {
     std::string file;
-    std::string border;
+    std::string border; ///< required unless `all` or `list`
+    bool all = false;   ///< every border of the document, each in its own file (OUT-BORDER)
+    bool list = false;  ///< only name the borders and their sizes
     std::string size;   ///< empty: every size of the border
     std::string output; ///< .svg, .pdf or .png; empty: BORDER.pdf
     int dpi = 96;       ///< resolution of a PNG
 };
 
-/// Draws the border's drawing sizes at true scale: one page per size in a PDF, one file per size
-/// (NAME-SIZE.svg / .png) in the other formats when there are several. Names the files written
-/// on `out`. Returns 0, or 2 when the document cannot be read, the border or size does not
-/// exist, the output format is unknown or the file cannot be written.
+/// Draws the border's drawing sizes at true scale: one page per size in a PDF (titled after the
+/// border, each page labelled with its size), one file per size (NAME-SIZE.svg / .png) in the
+/// other formats when there are several; SVGs are measured in millimetres and PNGs record their
+/// resolution. With `all`, every border; with `list`, only names the borders and their sizes. Names
+/// the files written on `out`. Returns 0, or 2 when the document cannot be read, the border or size
+/// does not exist, the output format is unknown or the file cannot be written.
 int runRender(const RenderOptions& options, std::ostream& out, std::ostream& err);
 
 } // namespace QorfmtCli

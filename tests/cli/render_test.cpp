@@ -13,7 +13,11 @@
 #include <gtest/gtest.h>
 #include <pugixml.hpp>
 
+#include <cairo.h>
+
 #include <cmath>
+#include <cstdint>
+#include <cstdlib>
 #include <sstream>
 
 using namespace QorfmtCli;
@@ -247,26 +251,30 @@ TEST_F(Render, IsoA3SvgHasSheetFrameAndZoneMarksInMillimetres) {
     EXPECT_EQ(m_out.str(), svg.string() + ": A3\n");
 }
 
-TEST_F(Render, AsmeDSvgHasSheetFrameAndZoneMarksInInches) {
+// An inch border is drawn in millimetres too: Cairo writes glyph outlines in the document's unit
+// rounded to 1/64 of it, which in inches mangles the letters in other renderers.
+TEST_F(Render, AsmeDSvgHasSheetFrameAndZoneMarksInMillimetres) {
     ASSERT_EQ(render(kAsmeBorders, "ASMEY141D", "", "d.svg"), 0) << m_err.str();
     const fs::path svg = m_dir.path() / "d.svg";
     pugi::xml_document xml;
     ASSERT_TRUE(xml.load_file(svg.string().c_str()));
-    EXPECT_STREQ(xml.child("svg").attribute("width").value(), "34in");
-    EXPECT_STREQ(xml.child("svg").attribute("viewBox").value(), "0 0 34 22");
+    EXPECT_STREQ(xml.child("svg").attribute("width").value(), "863.6mm");
+    EXPECT_STREQ(xml.child("svg").attribute("viewBox").value(), "0 0 863.6 558.8");
+    EXPECT_EQ(TestUtil::readFile(svg).find("transform"), std::string::npos);
 
+    const double in = 25.4;
     const auto paths = strokedPaths(svg);
-    EXPECT_TRUE(hasRectangle(paths, 0, 0, 34, 22)) << "sheet";
-    EXPECT_TRUE(hasRectangle(paths, 1, 0.5, 33, 21.5)) << "frame";
+    EXPECT_TRUE(hasRectangle(paths, 0, 0, 34 * in, 22 * in)) << "sheet";
+    EXPECT_TRUE(hasRectangle(paths, 1 * in, 0.5 * in, 33 * in, 21.5 * in)) << "frame";
     for (int i = 1; i < 8; ++i) {
-        const double x = 1 + 4.0 * i;
-        EXPECT_TRUE(hasLine(paths, {x, 0}, {x, 0.5})) << "top mark " << i;
-        EXPECT_TRUE(hasLine(paths, {x, 21.5}, {x, 22})) << "bottom mark " << i;
+        const double x = (1 + 4.0 * i) * in;
+        EXPECT_TRUE(hasLine(paths, {x, 0}, {x, 0.5 * in})) << "top mark " << i;
+        EXPECT_TRUE(hasLine(paths, {x, 21.5 * in}, {x, 22 * in})) << "bottom mark " << i;
     }
     for (int i = 1; i < 4; ++i) {
-        const double y = 0.5 + 5.25 * i;
-        EXPECT_TRUE(hasLine(paths, {0, y}, {1, y})) << "left mark " << i;
-        EXPECT_TRUE(hasLine(paths, {33, y}, {34, y})) << "right mark " << i;
+        const double y = (0.5 + 5.25 * i) * in;
+        EXPECT_TRUE(hasLine(paths, {0, y}, {1 * in, y})) << "left mark " << i;
+        EXPECT_TRUE(hasLine(paths, {33 * in, y}, {34 * in, y})) << "right mark " << i;
     }
     EXPECT_EQ(lineCount(paths), 2u * 7 + 2u * 3);
 }
@@ -326,4 +334,239 @@ TEST_F(Render, AnOutputOfAnotherFormatIsRefused) {
     EXPECT_EQ(render(kIsoBorders, "ISO5457", "A3", "a3.jpg"), 2);
     EXPECT_EQ(m_err.str(), "qorfmt render: " + (m_dir.path() / "a3.jpg").string() +
                                ": the output must end in .svg, .pdf or .png\n");
+}
+
+namespace {
+
+// The dark pixels of a PNG, row by row ("" when it cannot be read).
+struct Bitmap {
+    int width = 0;
+    int height = 0;
+    std::vector<bool> dark;
+    bool at(int x, int y) const {
+        return x >= 0 && y >= 0 && x < width && y < height &&
+               dark[static_cast<std::size_t>(y * width + x)];
+    }
+};
+
+Bitmap darkPixels(const fs::path& png) {
+    Bitmap bitmap;
+    cairo_surface_t* image = cairo_image_surface_create_from_png(png.c_str());
+    if (cairo_surface_status(image) == CAIRO_STATUS_SUCCESS) {
+        cairo_surface_flush(image);
+        bitmap.width = cairo_image_surface_get_width(image);
+        bitmap.height = cairo_image_surface_get_height(image);
+        const int stride = cairo_image_surface_get_stride(image);
+        const unsigned char* data = cairo_image_surface_get_data(image);
+        for (int y = 0; y < bitmap.height; ++y) {
+            const auto* row = reinterpret_cast<const std::uint32_t*>(data + y * stride);
+            for (int x = 0; x < bitmap.width; ++x) {
+                const std::uint32_t pixel = row[x];
+                const unsigned alpha = pixel >> 24;
+                const unsigned green = (pixel >> 8) & 0xFF;
+                // Transparent counts as white paper.
+                bitmap.dark.push_back(alpha > 128 && green < 128);
+            }
+        }
+    }
+    cairo_surface_destroy(image);
+    return bitmap;
+}
+
+struct Box {
+    int left;
+    int top;
+    int right;
+    int bottom;
+};
+
+constexpr int kNear = 1;
+// The share of `a`'s dark pixels in the box with no dark pixel of `b` within one pixel.
+double unmatched(const Bitmap& a, const Bitmap& b, const Box& box) {
+    int darkCount = 0;
+    int missing = 0;
+    for (int y = box.top; y < box.bottom; ++y) {
+        for (int x = box.left; x < box.right; ++x) {
+            if (!a.at(x, y)) {
+                continue;
+            }
+            ++darkCount;
+            bool near = false;
+            for (int dy = -kNear; dy <= kNear && !near; ++dy) {
+                for (int dx = -kNear; dx <= kNear && !near; ++dx) {
+                    near = b.at(x + dx, y + dy);
+                }
+            }
+            missing += near ? 0 : 1;
+        }
+    }
+    return darkCount == 0 ? 1.0 : static_cast<double>(missing) / darkCount;
+}
+
+// The boxes around the zone labels in the margins, in pixels at `dpi`.
+std::vector<Box> labelBoxes(const FrameDrawing& drawing, int dpi) {
+    const double perUnit = drawing.millimetres ? dpi / 25.4 : dpi;
+    std::vector<Box> boxes;
+    const auto box = [&](double x, double y, double half) {
+        const double px = x * perUnit;
+        const double py = (drawing.height - y) * perUnit;
+        const double h = half * perUnit;
+        boxes.push_back({static_cast<int>(px - h), static_cast<int>(py - h),
+                         static_cast<int>(px + h), static_cast<int>(py + h)});
+    };
+    for (const Zone& zone : drawing.verticalZones) {
+        box(drawing.frameLeft / 2, (zone.from + zone.to) / 2, drawing.frameLeft / 2);
+    }
+    const double top = drawing.height - drawing.frameTop;
+    for (const Zone& zone : drawing.horizontalZones) {
+        box((zone.from + zone.to) / 2, drawing.height - top / 2, top / 2);
+    }
+    return boxes;
+}
+
+// The page labels of a PDF's /PageLabels number tree (a flat /Nums array), as a reader shows
+// them: each range's prefix, then its decimal number when it has the style /D.
+std::vector<std::string> pageLabels(const std::string& pdf, int pages) {
+    std::vector<std::string> labels(static_cast<std::size_t>(pages));
+    const std::size_t begin = pdf.find("/Nums [");
+    const std::size_t end = pdf.find(']', begin);
+    if (begin == std::string::npos || end == std::string::npos) {
+        return {};
+    }
+    std::istringstream nums(pdf.substr(begin + 7, end - begin - 7));
+    struct Range {
+        int start;
+        std::string prefix;
+        bool decimal;
+        int first;
+    };
+    std::vector<Range> ranges;
+    std::string token;
+    while (nums >> token) {
+        Range range{std::stoi(token), "", false, 1};
+        std::string entry;
+        std::getline(nums, entry, '>');
+        nums.ignore(1);
+        const std::size_t prefix = entry.find("/P (");
+        if (prefix != std::string::npos) {
+            range.prefix = entry.substr(prefix + 4, entry.find(')', prefix) - prefix - 4);
+        }
+        range.decimal = entry.find("/S /D") != std::string::npos;
+        const std::size_t st = entry.find("/St ");
+        if (st != std::string::npos) {
+            range.first = std::stoi(entry.substr(st + 4));
+        }
+        ranges.push_back(range);
+    }
+    for (std::size_t r = 0; r < ranges.size(); ++r) {
+        const int stop = r + 1 < ranges.size() ? ranges[r + 1].start : pages;
+        for (int page = ranges[r].start; page < stop && page < pages; ++page) {
+            labels[static_cast<std::size_t>(page)] =
+                ranges[r].prefix +
+                (ranges[r].decimal ? std::to_string(ranges[r].first + page - ranges[r].start) : "");
+        }
+    }
+    return labels;
+}
+
+} // namespace
+
+// Another renderer (librsvg, as in image viewers and browsers on Linux) draws the zone letters of
+// the SVG as Cairo draws them in the PNG, those of the inch borders included.
+TEST_F(Render, SvgZoneLettersDrawnByRsvgMatchThePng) {
+    constexpr int kDpi = 300;
+    for (const auto& border : {std::make_pair(kAsmeBorders, std::string("ASMEY141A")),
+                               std::make_pair(kIsoBorders, std::string("ISO5457"))}) {
+        SCOPED_TRACE(border.second);
+        const std::string size = border.second == "ISO5457" ? "A4" : "A";
+        ASSERT_EQ(render(border.first, border.second, size, "own.svg"), 0) << m_err.str();
+        RenderOptions options;
+        options.file = border.first.string();
+        options.border = border.second;
+        options.size = size;
+        options.output = (m_dir.path() / "own.png").string();
+        options.dpi = kDpi;
+        ASSERT_EQ(runRender(options, m_out, m_err), 0) << m_err.str();
+        const std::string command = std::string(QORFMT_RSVG_CONVERT) + " -d " +
+                                    std::to_string(kDpi) + " -p " + std::to_string(kDpi) +
+                                    " -b white '" + (m_dir.path() / "own.svg").string() + "' -o '" +
+                                    (m_dir.path() / "rsvg.png").string() + "'";
+        ASSERT_EQ(std::system(command.c_str()), 0);
+        const Bitmap own = darkPixels(m_dir.path() / "own.png");
+        const Bitmap other = darkPixels(m_dir.path() / "rsvg.png");
+        ASSERT_GT(own.width, 0);
+        EXPECT_NEAR(other.width, own.width, 1);
+        EXPECT_NEAR(other.height, own.height, 1);
+        const std::vector<Box> boxes =
+            labelBoxes(drawingOf(border.first, border.second, size), kDpi);
+        ASSERT_FALSE(boxes.empty());
+        for (const Box& box : boxes) {
+            EXPECT_LT(unmatched(own, other, box), 0.01) << box.left << "," << box.top;
+            EXPECT_LT(unmatched(other, own, box), 0.01) << box.left << "," << box.top;
+        }
+    }
+}
+
+TEST_F(Render, APngRecordsItsResolution) {
+    RenderOptions options;
+    options.file = kIsoBorders.string();
+    options.border = "ISO5457";
+    options.size = "A4";
+    options.output = (m_dir.path() / "a4.png").string();
+    options.dpi = 300;
+    ASSERT_EQ(runRender(options, m_out, m_err), 0) << m_err.str();
+    const std::string png = TestUtil::readFile(options.output);
+    const std::size_t at = png.find("pHYs");
+    ASSERT_EQ(at, 8u + 25u + 4u) << "right after the header";
+    // 300 dots per inch are 11811 per metre, in both directions; the unit is the metre.
+    EXPECT_EQ(png.substr(at + 4, 9), std::string("\x00\x00\x2e\x23\x00\x00\x2e\x23\x01", 9));
+    cairo_surface_t* image = cairo_image_surface_create_from_png(options.output.c_str());
+    EXPECT_EQ(cairo_surface_status(image), CAIRO_STATUS_SUCCESS) << "the chunk's CRC is right";
+    cairo_surface_destroy(image);
+}
+
+TEST_F(Render, APdfHasATitleAndAPageLabelPerSize) {
+    ASSERT_EQ(render(kIsoBorders, "ISO5457", "", "iso.pdf"), 0) << m_err.str();
+    const std::string pdf = TestUtil::readFile(m_dir.path() / "iso.pdf");
+    EXPECT_NE(pdf.find("/Title (Border ISO5457: ISO 5457 drawing frame with grid reference, A0 to "
+                       "A4)"),
+              std::string::npos);
+    EXPECT_NE(pdf.find("/PageLabels"), std::string::npos);
+    EXPECT_EQ(pageLabels(pdf, 6), (std::vector<std::string>{"A0", "A1", "A2", "A3", "A4", "A4P"}));
+}
+
+TEST_F(Render, AllDrawsEveryBorderInItsOwnFile) {
+    RenderOptions options;
+    options.file = kAsmeBorders.string();
+    options.all = true;
+    options.output = (m_dir.path() / "asme.pdf").string();
+    ASSERT_EQ(runRender(options, m_out, m_err), 0) << m_err.str();
+    std::string expected;
+    for (const std::string border :
+         {"ASMEY141A", "ASMEY141B", "ASMEY141C", "ASMEY141D", "ASMEY141E"}) {
+        const fs::path file = m_dir.path() / ("asme-" + border + ".pdf");
+        EXPECT_TRUE(fs::exists(file)) << file;
+        expected += file.string() + ": 1 page\n";
+    }
+    EXPECT_EQ(m_out.str(), expected);
+}
+
+TEST_F(Render, ListNamesTheBordersAndTheirSizes) {
+    RenderOptions options;
+    options.file = kIsoBorders.string();
+    options.list = true;
+    ASSERT_EQ(runRender(options, m_out, m_err), 0) << m_err.str();
+    EXPECT_EQ(m_out.str(), "ISO5457: A0 1189 x 841 mm, A1 841 x 594 mm, A2 594 x 420 mm, A3 420 "
+                           "x 297 mm, A4 297 x 210 mm, A4P 210 x 297 mm\n");
+    options.file = kAsmeBorders.string();
+    ASSERT_EQ(runRender(options, m_out, m_err), 0);
+    EXPECT_NE(m_out.str().find("ASMEY141D: D 34 x 22 in\n"), std::string::npos) << m_out.str();
+}
+
+TEST_F(Render, WithoutABorderOrAllOrListNothingIsDrawn) {
+    RenderOptions options;
+    options.file = kIsoBorders.string();
+    EXPECT_EQ(runRender(options, m_out, m_err), 2);
+    EXPECT_NE(m_err.str().find("name the border (--border ID), or give --all or --list"),
+              std::string::npos);
 }
