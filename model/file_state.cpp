@@ -18,36 +18,6 @@ namespace QorBorder {
 
 namespace {
 
-constexpr std::uint64_t kPrime1 = 0x9E3779B185EBCA87ULL;
-constexpr std::uint64_t kPrime2 = 0xC2B2AE3D27D4EB4FULL;
-constexpr std::uint64_t kPrime3 = 0x165667B19E3779F9ULL;
-constexpr std::uint64_t kPrime4 = 0x85EBCA77C2B2AE63ULL;
-constexpr std::uint64_t kPrime5 = 0x27D4EB2F165667C5ULL;
-
-std::uint64_t rotateLeft(std::uint64_t value, int bits) {
-    return (value << bits) | (value >> (64 - bits));
-}
-
-std::uint64_t load64(const unsigned char* data) {
-    std::uint64_t value = 0;
-    std::memcpy(&value, data, sizeof value);
-    return value;
-}
-
-std::uint32_t load32(const unsigned char* data) {
-    std::uint32_t value = 0;
-    std::memcpy(&value, data, sizeof value);
-    return value;
-}
-
-std::uint64_t mixLane(std::uint64_t lane, std::uint64_t input) {
-    return rotateLeft(lane + input * kPrime2, 31) * kPrime1;
-}
-
-std::uint64_t mergeLane(std::uint64_t hash, std::uint64_t lane) {
-    return (hash ^ mixLane(0, lane)) * kPrime1 + kPrime4;
-}
-
 [[noreturn]] void cannotTell(const fs::path& file, int error) {
     throw DocumentError(file.string(), 0,
                         std::string("cannot tell whether the file was changed on disk: ") +
@@ -60,67 +30,16 @@ std::int64_t nanoseconds(const struct timespec& time) {
 
 } // namespace
 
-ContentHash::ContentHash() : m_lanes{kPrime1 + kPrime2, kPrime2, 0, 0 - kPrime1}, m_tail{} {}
-
-void ContentHash::stripe(const unsigned char* data) {
-    for (int lane = 0; lane < 4; ++lane) {
-        m_lanes[lane] = mixLane(m_lanes[lane], load64(data + 8 * lane));
-    }
+ContentHash::ContentHash() {
+    XXH64_reset(&m_state, 0);
 }
 
-void ContentHash::update(const char* text, std::size_t size) {
-    const auto* data = reinterpret_cast<const unsigned char*>(text);
-    m_length += size;
-    if (m_tailSize > 0) {
-        const std::size_t taken = std::min(size, sizeof m_tail - m_tailSize);
-        std::memcpy(m_tail + m_tailSize, data, taken);
-        m_tailSize += taken;
-        data += taken;
-        size -= taken;
-        if (m_tailSize < sizeof m_tail) {
-            return;
-        }
-        stripe(m_tail);
-        m_tailSize = 0;
-    }
-    for (; size >= 32; data += 32, size -= 32) {
-        stripe(data);
-    }
-    std::memcpy(m_tail, data, size);
-    m_tailSize = size;
+void ContentHash::update(const char* data, std::size_t size) {
+    XXH64_update(&m_state, data, size);
 }
 
 std::uint64_t ContentHash::value() const {
-    std::uint64_t hash = 0;
-    if (m_length >= 32) {
-        hash = rotateLeft(m_lanes[0], 1) + rotateLeft(m_lanes[1], 7) + rotateLeft(m_lanes[2], 12) +
-               rotateLeft(m_lanes[3], 18);
-        for (std::uint64_t lane : m_lanes) {
-            hash = mergeLane(hash, lane);
-        }
-    } else {
-        hash = kPrime5;
-    }
-    hash += m_length;
-    const unsigned char* data = m_tail;
-    std::size_t left = m_tailSize;
-    for (; left >= 8; data += 8, left -= 8) {
-        hash = rotateLeft(hash ^ mixLane(0, load64(data)), 27) * kPrime1 + kPrime4;
-    }
-    if (left >= 4) {
-        hash = rotateLeft(hash ^ (load32(data) * kPrime1), 23) * kPrime2 + kPrime3;
-        data += 4;
-        left -= 4;
-    }
-    for (; left > 0; ++data, --left) {
-        hash = rotateLeft(hash ^ (*data * kPrime5), 11) * kPrime1;
-    }
-    hash ^= hash >> 33;
-    hash *= kPrime2;
-    hash ^= hash >> 29;
-    hash *= kPrime3;
-    hash ^= hash >> 32;
-    return hash;
+    return XXH64_digest(&m_state);
 }
 
 FileState fileStateOf(const struct stat& info, std::uint64_t size, std::uint64_t hash) {

@@ -5,12 +5,15 @@
 #include <cstddef>
 #include <cstdint>
 
+#define XXH_STATIC_LINKING_ONLY // the state by value: no allocation per hash
+#include <xxhash.h>
+
 struct stat;
 
 namespace QorBorder {
 
-/// A 64-bit hash of a byte stream fed in pieces of any size (in the manner of xxHash64). Not
-/// cryptographic: it tells whether a file's bytes are still those a document read or wrote.
+/// The XXH64 hash (libxxhash) of a byte stream fed in pieces of any size. Not cryptographic: it
+/// tells whether a file's bytes are still those a document read or wrote.
 class ContentHash {
 public:
     ContentHash();
@@ -19,12 +22,7 @@ public:
     std::uint64_t value() const;
 
 private:
-    void stripe(const unsigned char* data);
-
-    std::uint64_t m_lanes[4];
-    unsigned char m_tail[32];
-    std::size_t m_tailSize = 0;
-    std::uint64_t m_length = 0;
+    XXH64_state_t m_state;
 };
 
 /// What a document knows of the file it was read from or last saved to.

@@ -20,7 +20,7 @@ struct BlockPageTraits {
     static constexpr auto addLayout = &QorBorder::DefinitionDocument::addBlockLayout;
     static constexpr auto deleteLayout = &QorBorder::DefinitionDocument::deleteBlockLayout;
 
-    /// Shows the block layout dialog on `layout`; returns its response (2 is OK).
+    /// Shows the block layout dialog on `layout`; returns its response (DialogResponseOk for OK).
     static int showDialog(const boost::shared_ptr<Layout>& layout, bool existingLayout);
     static constexpr int kCopyFromMode = FileSelectDialog::CopyBlockMode;
     static constexpr auto chosenLayout = &FileSelectDialog::selectedBlockLayout;

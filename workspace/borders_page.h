@@ -21,7 +21,7 @@ struct BorderPageTraits {
     static constexpr auto addLayout = &QorBorder::DefinitionDocument::addBorderLayout;
     static constexpr auto deleteLayout = &QorBorder::DefinitionDocument::deleteBorderLayout;
 
-    /// Shows the border layout dialog on `layout`; returns its response (2 is OK).
+    /// Shows the border layout dialog on `layout`; returns its response (DialogResponseOk for OK).
     static int showDialog(const boost::shared_ptr<Layout>& layout, bool existingLayout);
     static constexpr int kCopyFromMode = FileSelectDialog::CopyBorderMode;
     static constexpr auto chosenLayout = &FileSelectDialog::selectedBorderLayout;

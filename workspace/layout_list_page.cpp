@@ -76,7 +76,7 @@ template <class Traits>
 int LayoutListPage<Traits>::openDialog(const boost::shared_ptr<Layout>& layout,
                                        bool existingLayout) {
     const int response = Traits::showDialog(layout, existingLayout);
-    if (response == 2) {
+    if (response == DialogResponseOk) {
         m_host.markActiveDocumentModified();
     }
     return response;
@@ -95,7 +95,7 @@ DialogState LayoutListPage<Traits>::onNewActivated(StylerEvent* /*event*/) {
         return DialogStateContinueDialog;
     }
     const auto layout = boost::make_shared<Layout>();
-    if (openDialog(layout, false) == 2) {
+    if (openDialog(layout, false) == DialogResponseOk) {
         addAccepted(layout);
     }
     return DialogStateContinueDialog;
@@ -122,7 +122,7 @@ DialogState LayoutListPage<Traits>::onCopyActivated(StylerEvent* /*event*/) {
     }
     // The copy keeps the source's ID; the dialog refuses it as a duplicate until it is changed.
     const auto copy = boost::make_shared<Layout>(*source);
-    if (openDialog(copy, false) == 2) {
+    if (openDialog(copy, false) == DialogResponseOk) {
         addAccepted(copy);
     }
     return DialogStateContinueDialog;
@@ -157,7 +157,7 @@ DialogState LayoutListPage<Traits>::copyFromDocument() {
         // The first showing's response is not looked at; only the second one adds the copy.
         openDialog(copy, false);
     }
-    if (openDialog(copy, false) == 2) {
+    if (openDialog(copy, false) == DialogResponseOk) {
         addAccepted(copy);
     }
     return DialogStateContinueDialog;

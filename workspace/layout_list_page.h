@@ -37,7 +37,7 @@ struct LayoutPageNames {
 /// - `Layout`, `kNames`: the layout class and the page's control names;
 /// - `documentRows`, `getLayout`, `addLayout`, `deleteLayout`: the document's members;
 /// - `static int showDialog(const boost::shared_ptr<Layout>&, bool existingLayout)`: shows the
-///   layout's dialog, returns its response (2 is OK);
+///   layout's dialog, returns its response (DialogResponseOk for OK);
 /// - `kCopyFromMode`, `chosenLayout`: the file select dialog's mode and its chosen layout;
 /// - `kCopyOpensDialog`: the flag the copy button's handler is registered with;
 /// - `kCopyFromShowsDialogTwice`: copy from another document shows the dialog twice and adds

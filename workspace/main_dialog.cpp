@@ -107,7 +107,7 @@ void MainDialog::saveActiveDocument() {
         BusyIndicator busy;
         m_activeDocument->save();
     }
-    m_saveReport.report({m_activeDocument}, nullptr);
+    m_saveReport.report({m_activeDocument});
 }
 
 DialogState MainDialog::onSaveAsFileActivated(StylerEvent* /*event*/) {
@@ -138,12 +138,11 @@ void MainDialog::saveActiveDocumentAs() {
         copy->save(path);
     }
     manager.addDocument(copy);
-    const auto previous = m_activeDocument;
     m_activeDocument = copy;
     updateLabels();
     // A new document's blocks are known to the manager only now.
     blockLayoutsChanged();
-    m_saveReport.report({m_activeDocument}, previous);
+    m_saveReport.report({m_activeDocument});
 }
 
 DialogState MainDialog::onSaveAllActivated(StylerEvent* /*event*/) {
@@ -163,7 +162,7 @@ DialogState MainDialog::onSaveAllActivated(StylerEvent* /*event*/) {
                 saved.push_back(document);
             }
         }
-        m_saveReport.report(saved, m_activeDocument);
+        m_saveReport.report(saved);
     };
     try {
         BusyIndicator busy;

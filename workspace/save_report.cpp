@@ -6,6 +6,7 @@
 #include "model/definition_document.h"
 
 #include <NXOpen/ListingWindow.hxx>
+#include <NXOpen/NXException.hxx>
 #include <NXOpen/Session.hxx>
 
 #include <exception>
@@ -29,8 +30,8 @@ std::string countText(std::size_t count) {
 
 } // namespace
 
-void SaveReport::report(const std::vector<boost::shared_ptr<QorBorder::DefinitionDocument>>& saved,
-                        const boost::shared_ptr<QorBorder::DefinitionDocument>& unregistered) {
+void SaveReport::report(
+    const std::vector<boost::shared_ptr<QorBorder::DefinitionDocument>>& saved) {
     if (saved.empty()) {
         return;
     }
@@ -39,9 +40,6 @@ void SaveReport::report(const std::vector<boost::shared_ptr<QorBorder::Definitio
         if (document->modified) {
             open.push_back({document->filename(), document});
         }
-    }
-    if (unregistered && !QorBorder::DefDocumentManager().hasDocument(unregistered->filename())) {
-        open.push_back({unregistered->filename(), unregistered});
     }
     const auto templateFound = [](const std::string& name, const std::string& folder) {
         return !name.empty() && !KivUg::findFile(name, folder, false).empty();
@@ -61,6 +59,8 @@ void SaveReport::report(const std::vector<boost::shared_ptr<QorBorder::Definitio
             text = "Lint of the saved document " + file + ": " + countText(findings.size()) + "\n" +
                    QorLint::formatText(findings);
             text.pop_back();
+        } catch (const NXOpen::NXException&) {
+            throw;
         } catch (const std::exception& e) {
             text = "Lint of the saved document " + file + " could not run: " + e.what();
         }

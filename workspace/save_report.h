@@ -18,10 +18,9 @@ namespace QorBorderConf {
 class SaveReport {
 public:
     /// Checks `saved` (documents just saved to their files) in the context of the site's other
-    /// documents and of the open ones with unsaved changes, `unregistered` among them (a new
-    /// document not yet in the document manager; may be null).
-    void report(const std::vector<boost::shared_ptr<QorBorder::DefinitionDocument>>& saved,
-                const boost::shared_ptr<QorBorder::DefinitionDocument>& unregistered);
+    /// documents, each as the document manager holds it when it has unsaved changes there. A
+    /// new document that was never saved is no part of the site yet, and gives no context.
+    void report(const std::vector<boost::shared_ptr<QorBorder::DefinitionDocument>>& saved);
 
 private:
     QorLint::SiteCheck m_check;

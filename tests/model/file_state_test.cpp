@@ -67,6 +67,13 @@ TEST(ContentHash, HashOfPiecesEqualsHashOfTheWhole) {
     }
 }
 
+// The documents' file states hold XXH64 values: the same as the library's one-shot hash.
+TEST(ContentHash, IsXxh64WithSeedZero) {
+    const std::string bytes = someBytes(1000);
+    EXPECT_EQ(hashOf(bytes), XXH64(bytes.data(), bytes.size(), 0));
+    EXPECT_EQ(hashOf(""), 0xEF46DB3751D8E999ULL);
+}
+
 TEST(ContentHash, ChangingAnyByteOrTheLengthChangesTheHash) {
     const std::string bytes = someBytes(100);
     const std::uint64_t original = hashOf(bytes);

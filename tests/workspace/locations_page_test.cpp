@@ -161,6 +161,53 @@ dialog qorborder_config_main
 )J"));
 }
 
+// A new document reaches the document manager only through Save As: then, and not before, its
+// blocks are offered in the filter, and their locations can be made, listed, edited and deleted.
+TEST_F(LocationsPage, ABlockOfANewDocumentIsOfferedOnceSavedAndItsLocationsCanBeManaged) {
+    EXPECT_JOURNAL_PASSES(run(R"J(run
+dialog qorborder_config_main
+  press NEW_FILE
+  press NEWBLOCK
+    dialog qorborder_config_block
+    set BLOCK_ID "PB"
+    ok
+  expect items BLOCK_FILTER []
+  expect sensitive NEW_LOC no
+  press SAVEAS_FILE
+    dialog qorfmt_config_selectfile.dlg
+    set FILE_SELECTION "plantblocks"
+    ok
+  expect label FILENAME "plantblocks.fordef"
+  expect items BLOCK_FILTER ["PB"]
+  expect value BLOCK_FILTER "PB"
+  expect sensitive NEW_LOC yes
+  press NEW_LOC
+    dialog qorborder_config_block_location
+    expect value BLOCK_ID "PB"
+    set ID "P1"
+    set DIALOG_TEXT "Bottom right"
+    set OFFSET_X "0"
+    set OFFSET_Y "0"
+    ok
+  expect items LOCATION_LIST ["P1(Style ID: Any Style)"]
+  select LOCATION_LIST 0
+  press EDIT_LOC
+    dialog qorborder_config_block_location
+    expect value ID "P1"
+    set DIALOG_TEXT "Bottom right corner"
+    ok
+  expect items LOCATION_LIST ["P1(Style ID: Any Style)"]
+  press SAVE_FILE
+  select LOCATION_LIST 0
+  press DELETE_LOC
+  expect items LOCATION_LIST []
+  cancel
+)J"));
+    const auto saved = onDisk("plantblocks.fordef")->blockLocations("PB", "");
+    ASSERT_EQ(saved.size(), 1u);
+    EXPECT_EQ(saved[0]->dialogText, "Bottom right corner");
+}
+
 TEST_F(LocationsPage, EditAndCopyNeedASelectedLocation) {
     EXPECT_JOURNAL_PASSES(run(std::string(kOpenDocA) + R"J(
   expect sensitive EDIT_LOC no

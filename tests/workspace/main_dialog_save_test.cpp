@@ -4,6 +4,8 @@
 
 #include "model/def_document_manager.h"
 
+#include <nxsim/journal.h>
+
 #include <boost/make_shared.hpp>
 
 #include <gtest/gtest.h>
@@ -47,10 +49,12 @@ protected:
     }
 };
 
+// The refusal leaves the main dialog open with the changes, so that they can be saved under
+// another name at once.
 TEST_F(MainDialogSave, SaveOverADocumentSomeoneElseChangedShowsOneErrorAndKeepsTheChanges) {
     EXPECT_JOURNAL_PASSES(run(kEditDocA));
     changedBySomeoneElse("docA.fordef");
-    const auto result = run(R"J(run
+    EXPECT_JOURNAL_PASSES(run(R"J(run
 dialog qorborder_config_main
   press OPEN_FILE
     dialog qorfmt_config_selectfile.dlg
@@ -58,23 +62,12 @@ dialog qorborder_config_main
     ok
   expect items BORDERLIST ["A4"]
   press SAVE_FILE
-)J");
-    const auto messages = nxsim::shownMessages();
-    ASSERT_EQ(messages.size(), 1u) << result.message;
-    EXPECT_EQ(messages[0].title, "Error");
-    EXPECT_EQ(messages[0].text, changedText("docA.fordef"));
-    EXPECT_EQ(borderIds(*DefinitionDocument::load(site.document("docA.fordef"))),
-              (std::vector<std::string>{"A3", "A4", "THEIRS"}));
-
-    // The changes are still there, unsaved, to be saved under another name.
-    EXPECT_JOURNAL_PASSES(run(R"J(run
-dialog qorborder_config_main
-  expect sensitive SAVE_ALL yes
-  press OPEN_FILE
-    dialog qorfmt_config_selectfile.dlg
-    select FILE_LIST 0
-    ok
+  message error "Error" )J" + nxsim::quoteJournalText(changedText("docA.fordef")) +
+                              R"J(
+  expect stoplight "1 0"
+  expect label FILENAME "docA.fordef"
   expect items BORDERLIST ["A4"]
+  expect sensitive SAVE_FILE yes
   press SAVEAS_FILE
     dialog qorfmt_config_selectfile.dlg
     set FILE_SELECTION "docA-mine"
@@ -82,6 +75,9 @@ dialog qorborder_config_main
   expect label FILENAME "docA-mine.fordef"
   cancel
 )J"));
+    EXPECT_EQ(nxsim::shownMessages().size(), 1u);
+    EXPECT_EQ(borderIds(*DefinitionDocument::load(site.document("docA.fordef"))),
+              (std::vector<std::string>{"A3", "A4", "THEIRS"}));
     EXPECT_EQ(borderIds(*DefinitionDocument::load(site.document("docA-mine.fordef"))),
               (std::vector<std::string>{"A4"}));
 }
@@ -103,15 +99,18 @@ dialog qorborder_config_main
   cancel
 )J"));
     changedBySomeoneElse("docB.fordef");
-    const auto result = run(R"J(run
+    EXPECT_JOURNAL_PASSES(
+        run(R"J(run
 dialog qorborder_config_main
   expect sensitive SAVE_ALL yes
   press SAVE_ALL
-)J");
-    const auto messages = nxsim::shownMessages();
-    ASSERT_EQ(messages.size(), 1u) << result.message;
-    EXPECT_EQ(messages[0].title, "Error");
-    EXPECT_EQ(messages[0].text, "This document was not saved:\n" + changedText("docB.fordef"));
+  message error "Error" )J" +
+            nxsim::quoteJournalText("This document was not saved:\n" + changedText("docB.fordef")) +
+            R"J(
+  expect stoplight "1 0"
+  expect sensitive SAVE_ALL yes
+  cancel
+)J"));
     // docA, which nobody else touched, was saved; docB holds the other administrator's work.
     EXPECT_EQ(borderIds(*DefinitionDocument::load(site.document("docA.fordef"))),
               (std::vector<std::string>{"A4"}));
