@@ -11,6 +11,7 @@
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QIntValidator>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
@@ -69,6 +70,50 @@ std::string shownStateOf(const RuntimeItem& item) {
     return state + '\x1e' + std::to_string(item.selected());
 }
 
+// Lists and multi-line texts take the extra height of a dialog made taller, and so does what
+// holds them.
+bool grows(const nxsim::DlgElement& element) {
+    if (element.kind == ItemKind::SingleSelectList || element.kind == ItemKind::MultiTextBox) {
+        return true;
+    }
+    return std::any_of(element.children.begin(), element.children.end(),
+                       [](const nxsim::DlgElement& child) { return grows(child); });
+}
+
+// Lays out `widget` of `element` in a column: with stretch when it grows. The spacer at the end of
+// the column takes the height only when nothing shown grows (a hidden widget has no share).
+void addToColumn(QBoxLayout* layout, const nxsim::DlgElement& element, QWidget* widget) {
+    layout->addWidget(widget, grows(element) ? 1 : 0);
+}
+
+bool isTextEntry(const QWidget* widget) {
+    return qobject_cast<const QLineEdit*>(widget) || qobject_cast<const QPlainTextEdit*>(widget) ||
+           qobject_cast<const QSpinBox*>(widget);
+}
+
+bool isChooser(const QWidget* widget) {
+    return qobject_cast<const QComboBox*>(widget) || qobject_cast<const QListWidget*>(widget) ||
+           qobject_cast<const QCheckBox*>(widget) || qobject_cast<const QGroupBox*>(widget);
+}
+
+// The mnemonic candidates of a label: the first letters of its words, then its other letters
+// and digits, lower case, in order.
+std::vector<QChar> mnemonicCandidates(const std::string& label) {
+    const QString text = qs(label);
+    std::vector<QChar> first;
+    std::vector<QChar> other;
+    for (int i = 0; i < text.size(); ++i) {
+        const QChar c = text[i].toLower();
+        if (!c.isLetterOrNumber() || c.unicode() > 127) {
+            continue;
+        }
+        const bool wordStart = i == 0 || !text[i - 1].isLetterOrNumber();
+        (wordStart ? first : other).push_back(c);
+    }
+    first.insert(first.end(), other.begin(), other.end());
+    return first;
+}
+
 // Text controls sit beside their caption; lists and multi-line texts below it.
 bool captionBeside(ItemKind kind) {
     return kind == ItemKind::StringItem || kind == ItemKind::WideString ||
@@ -81,19 +126,22 @@ bool captionBeside(ItemKind kind) {
 DialogWindow::DialogWindow(nxsim::RuntimeDialog& dialog, bool interactive, QWidget* parent)
     : QDialog(parent), m_dialog(dialog), m_interactive(interactive) {
     setObjectName(qs(dialog.journalName()));
-    setModal(true);
+    // Modal to the windows below it only: the listing window stays usable beside it.
+    setWindowModality(Qt::WindowModal);
     setSizeGripEnabled(true);
     auto* layout = new QVBoxLayout(this);
     for (const nxsim::DlgElement& element : dialog.layout().elements) {
         if (QWidget* widget = build(element)) {
-            layout->addWidget(widget);
+            addToColumn(layout, element, widget);
         }
     }
-    layout->addStretch(1);
+    layout->addStretch(0);
     buildNavigation(layout);
+    assignMnemonics();
     refreshAll();
     alignCaptions();
     refreshDialog();
+    fixWidth();
     m_dialog.addObserver(this);
 }
 
@@ -114,12 +162,20 @@ QWidget* DialogWindow::build(const nxsim::DlgElement& element) {
             auto* pageLayout = new QVBoxLayout(pageWidget);
             for (const nxsim::DlgElement& child : page.children) {
                 if (QWidget* widget = build(child)) {
-                    pageLayout->addWidget(widget);
+                    addToColumn(pageLayout, child, widget);
                 }
             }
-            pageLayout->addStretch(1);
+            pageLayout->addStretch(0);
             tabs->addTab(pageWidget, qs(page.label));
+            if (!page.tooltip.empty()) {
+                tabs->setTabToolTip(tabs->count() - 1, qs(page.tooltip));
+            }
         }
+        std::vector<std::string> labels;
+        for (const nxsim::DlgElement& page : element.children) {
+            labels.push_back(page.label);
+        }
+        m_tabs.emplace_back(tabs, labels);
         return tabs;
     }
     case ItemKind::Row: {
@@ -153,8 +209,10 @@ QWidget* DialogWindow::buildItem(const nxsim::DlgElement& element, RuntimeItem& 
     switch (element.kind) {
     case ItemKind::PushButton: {
         auto* button = new QPushButton;
-        // Enter in a text field fires that field's activate event, never a button.
+        // Enter in a text field fires that field's activate event, never a button; Enter on a
+        // button presses it (see eventFilter).
         button->setAutoDefault(false);
+        button->installEventFilter(this);
         control = button;
         break;
     }
@@ -190,6 +248,9 @@ QWidget* DialogWindow::buildItem(const nxsim::DlgElement& element, RuntimeItem& 
     }
     case ItemKind::MultiTextBox: {
         auto* edit = new QPlainTextEdit;
+        // Tab moves on, as in every other field; Ctrl+Tab types a tab (see eventFilter).
+        edit->setTabChangesFocus(true);
+        edit->installEventFilter(this);
         if (element.rows > 0) {
             edit->setMinimumHeight(edit->fontMetrics().lineSpacing() * element.rows + 12);
         }
@@ -222,9 +283,10 @@ QWidget* DialogWindow::buildItem(const nxsim::DlgElement& element, RuntimeItem& 
         auto* groupLayout = new QVBoxLayout(group);
         for (const nxsim::DlgElement& child : element.children) {
             if (QWidget* widget = build(child)) {
-                groupLayout->addWidget(widget);
+                addToColumn(groupLayout, child, widget);
             }
         }
+        groupLayout->addStretch(0);
         control = group;
         break;
     }
@@ -238,6 +300,9 @@ QWidget* DialogWindow::buildItem(const nxsim::DlgElement& element, RuntimeItem& 
         return nullptr;
     }
     control->setObjectName(qs(item.name()));
+    if (!element.tooltip.empty()) {
+        control->setToolTip(qs(element.tooltip));
+    }
     if (element.kind != ItemKind::SingleSelectList && element.kind != ItemKind::MultiTextBox) {
         setWidthHint(control, element.width);
     } else if (element.width > 0) {
@@ -256,6 +321,7 @@ QWidget* DialogWindow::buildItem(const nxsim::DlgElement& element, RuntimeItem& 
         boxLayout->setContentsMargins(0, 0, 0, 0);
         view.caption = new QLabel;
         view.caption->setBuddy(control);
+        view.caption->setToolTip(control->toolTip());
         boxLayout->addWidget(view.caption);
         boxLayout->addWidget(control, 1);
         view.container = box;
@@ -288,6 +354,124 @@ void DialogWindow::alignCaptions() {
     }
 }
 
+void DialogWindow::assignMnemonics() {
+    // OK first, so that Alt+O is OK in every dialog; then the controls in file order (tab pages
+    // where they stand); Apply, Back and Cancel (which Escape presses) take what is left.
+    if (m_navigation[0]) {
+        assignMnemonic("navigation:OK", "OK");
+    }
+    std::function<void(const nxsim::DlgElement&)> visit = [&](const nxsim::DlgElement& e) {
+        if (e.kind == ItemKind::TabPage) {
+            assignMnemonic("page:" + e.label, e.label);
+        } else if (const RuntimeItem* item = m_dialog.itemFor(e)) {
+            auto it = m_views.find(item);
+            const bool labelled =
+                it != m_views.end() && (it->second.caption || e.kind == ItemKind::PushButton ||
+                                        e.kind == ItemKind::Toggle || e.kind == ItemKind::RadioBox);
+            if (labelled) {
+                assignMnemonic(item->name(), item->label());
+            }
+        }
+        for (const nxsim::DlgElement& child : e.children) {
+            visit(child);
+        }
+    };
+    for (const nxsim::DlgElement& element : m_dialog.layout().elements) {
+        visit(element);
+    }
+    const char* texts[4] = {"OK", "Apply", "Back", "Cancel"};
+    for (int i = 1; i < 4; ++i) {
+        if (m_navigation[i]) {
+            assignMnemonic(std::string("navigation:") + texts[i], texts[i]);
+            m_navigation[i]->setText(withMnemonic(std::string("navigation:") + texts[i], texts[i]));
+        }
+    }
+    if (m_navigation[0]) {
+        m_navigation[0]->setText(withMnemonic("navigation:OK", "OK"));
+    }
+    for (const auto& tabs : m_tabs) {
+        for (std::size_t i = 0; i < tabs.second.size(); ++i) {
+            tabs.first->setTabText(static_cast<int>(i),
+                                   withMnemonic("page:" + tabs.second[i], tabs.second[i]));
+        }
+    }
+}
+
+void DialogWindow::assignMnemonic(const std::string& key, const std::string& label) {
+    if (m_mnemonicOf.count(key)) {
+        return;
+    }
+    for (QChar c : mnemonicCandidates(label)) {
+        if (m_usedMnemonics.insert(c).second) {
+            m_mnemonicOf.emplace(key, c);
+            return;
+        }
+    }
+}
+
+QString DialogWindow::withMnemonic(const std::string& key, const std::string& label) {
+    const QString text = qs(label);
+    auto it = m_mnemonicOf.find(key);
+    if (it != m_mnemonicOf.end() && !text.contains(it->second, Qt::CaseInsensitive)) {
+        // The program gave the control another label: it gets a letter of the new one.
+        m_usedMnemonics.erase(it->second);
+        m_mnemonicOf.erase(it);
+        it = m_mnemonicOf.end();
+    }
+    if (it == m_mnemonicOf.end()) {
+        assignMnemonic(key, label);
+        it = m_mnemonicOf.find(key);
+    }
+    int at = -1;
+    if (it != m_mnemonicOf.end()) {
+        for (int i = 0; i < text.size() && at < 0; ++i) {
+            const bool wordStart = i == 0 || !text[i - 1].isLetterOrNumber();
+            if (wordStart && text[i].toLower() == it->second) {
+                at = i;
+            }
+        }
+        if (at < 0) {
+            at = static_cast<int>(text.indexOf(it->second, 0, Qt::CaseInsensitive));
+        }
+    }
+    QString marked;
+    for (int i = 0; i < text.size(); ++i) {
+        if (i == at) {
+            marked += '&';
+        }
+        marked += text[i];
+        if (text[i] == '&') {
+            marked += '&';
+        }
+    }
+    return marked;
+}
+
+QChar DialogWindow::mnemonic(const std::string& key) const {
+    auto it = m_mnemonicOf.find(key);
+    return it == m_mnemonicOf.end() ? QChar() : it->second;
+}
+
+void DialogWindow::fixWidth() {
+    std::vector<QWidget*> hidden;
+    for (const auto& entry : m_views) {
+        if (entry.second.container->isHidden()) {
+            hidden.push_back(entry.second.container);
+            entry.second.container->setVisible(true);
+        }
+    }
+    layout()->activate();
+    const int fullWidth = layout()->sizeHint().width();
+    const int fullMinimum = layout()->minimumSize().width();
+    for (QWidget* widget : hidden) {
+        widget->setVisible(false);
+    }
+    layout()->activate();
+    const int fromFile = fontMetrics().averageCharWidth() * m_dialog.layout().width;
+    setMinimumWidth(std::max(fullMinimum, fromFile));
+    resize(std::max(fullWidth, fromFile), layout()->sizeHint().height());
+}
+
 void DialogWindow::buildNavigation(QBoxLayout* layout) {
     const nxsim::DlgNavigation& nav = m_dialog.layout().navigation;
     const bool present[4] = {nav.ok, nav.apply, nav.back, nav.cancel};
@@ -300,6 +484,7 @@ void DialogWindow::buildNavigation(QBoxLayout* layout) {
         }
         auto* button = new QPushButton(tr(texts[i]));
         button->setAutoDefault(false);
+        button->installEventFilter(this);
         button->setObjectName(QString("navigation_") + texts[i]);
         m_navigation[i] = button;
         row->addWidget(button);
@@ -429,12 +614,12 @@ void DialogWindow::refresh(const View& view) {
     view.container->setVisible(item.visible());
     view.container->setEnabled(item.sensitive());
     if (view.caption) {
-        view.caption->setText(qs(item.label()));
+        view.caption->setText(withMnemonic(item.name(), item.label()));
         view.caption->setVisible(!item.label().empty());
     }
     switch (item.kind()) {
     case ItemKind::PushButton:
-        static_cast<QPushButton*>(view.control)->setText(qs(item.label()));
+        static_cast<QPushButton*>(view.control)->setText(withMnemonic(item.name(), item.label()));
         break;
     case ItemKind::SingleSelectList: {
         auto* list = static_cast<QListWidget*>(view.control);
@@ -476,7 +661,7 @@ void DialogWindow::refresh(const View& view) {
     }
     case ItemKind::RadioBox: {
         auto* box = static_cast<QGroupBox*>(view.control);
-        box->setTitle(qs(item.label()));
+        box->setTitle(withMnemonic(item.name(), item.label()));
         const QList<QAbstractButton*> buttons = view.radios->buttons();
         for (int i = 0; i < buttons.size(); ++i) {
             QAbstractButton* button = view.radios->button(i);
@@ -484,7 +669,7 @@ void DialogWindow::refresh(const View& view) {
                 continue;
             }
             if (i < static_cast<int>(item.entries().size())) {
-                button->setText(qs(item.entries()[static_cast<std::size_t>(i)]));
+                button->setText(qs(item.entries()[static_cast<std::size_t>(i)]).replace('&', "&&"));
             }
             button->setEnabled(item.entrySensitive(i));
             button->setChecked(i == item.intValue());
@@ -518,7 +703,7 @@ void DialogWindow::refresh(const View& view) {
     }
     case ItemKind::Toggle: {
         auto* check = static_cast<QCheckBox*>(view.control);
-        check->setText(qs(item.label()));
+        check->setText(withMnemonic(item.name(), item.label()));
         check->setChecked(item.toggleValue());
         break;
     }
@@ -529,7 +714,7 @@ void DialogWindow::refresh(const View& view) {
         break;
     }
     case ItemKind::GroupBox:
-        static_cast<QGroupBox*>(view.control)->setTitle(qs(item.label()));
+        static_cast<QGroupBox*>(view.control)->setTitle(qs(item.label()).replace('&', "&&"));
         break;
     case ItemKind::LabelItem:
         static_cast<QLabel*>(view.control)->setText(qs(item.label()));
@@ -563,6 +748,35 @@ void DialogWindow::refreshDialog() {
     if (!otherChange || m_dialog.focus() != m_focusShown) {
         applyFocus();
     }
+}
+
+QWidget* DialogWindow::firstInputControl() const {
+    QWidget* chooser = nullptr;
+    QWidget* button = nullptr;
+    for (const auto& item : m_dialog.items()) {
+        auto it = m_views.find(item.get());
+        if (it == m_views.end()) {
+            continue;
+        }
+        QWidget* control = it->second.control;
+        // Controls of the tab pages not shown are hidden with their page.
+        if (!control->isVisibleTo(this) || !control->isEnabled()) {
+            continue;
+        }
+        if (isTextEntry(control)) {
+            return control;
+        }
+        if (item->kind() == ItemKind::RadioBox) {
+            if (!chooser && it->second.radios->checkedButton()) {
+                chooser = it->second.radios->checkedButton();
+            }
+        } else if (!chooser && isChooser(control) && item->kind() != ItemKind::GroupBox) {
+            chooser = control;
+        } else if (!button && qobject_cast<QPushButton*>(control)) {
+            button = control;
+        }
+    }
+    return chooser ? chooser : button;
 }
 
 void DialogWindow::applyFocus() {
@@ -644,6 +858,12 @@ void DialogWindow::dialogEnded(const nxsim::RuntimeDialog& /*dialog*/) {
 }
 
 void DialogWindow::reject() {
+    // The same path as the Cancel button, so that Escape and the close box never do more or
+    // less than Cancel does.
+    if (m_navigation[3] && m_dialog.navigationSensitive(3)) {
+        act(step(StepKind::Cancel), [this] { m_dialog.cancel(); });
+        return;
+    }
     act(step(StepKind::Close), [this] { m_dialog.close(); });
 }
 
@@ -657,7 +877,36 @@ void DialogWindow::closeEvent(QCloseEvent* event) {
 
 void DialogWindow::showEvent(QShowEvent* event) {
     QDialog::showEvent(event);
-    applyFocus();
+    if (m_dialog.focus()) {
+        applyFocus();
+    } else if (QWidget* first = firstInputControl()) {
+        // Never the tab bar or a menu before the field to type into.
+        first->setFocus(Qt::OtherFocusReason);
+    }
+}
+
+bool DialogWindow::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() != QEvent::KeyPress) {
+        return QDialog::eventFilter(watched, event);
+    }
+    auto* key = static_cast<QKeyEvent*>(event);
+    if (auto* edit = qobject_cast<QPlainTextEdit*>(watched)) {
+        if (key->key() == Qt::Key_Tab && key->modifiers() == Qt::ControlModifier) {
+            if (!edit->isReadOnly()) {
+                edit->insertPlainText("\t");
+            }
+            return true;
+        }
+    } else if (auto* button = qobject_cast<QPushButton*>(watched)) {
+        if ((key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter) &&
+            (key->modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier) {
+            if (button->isEnabled()) {
+                button->click();
+            }
+            return true;
+        }
+    }
+    return QDialog::eventFilter(watched, event);
 }
 
 JournalStep DialogWindow::step(StepKind kind, const std::string& item) const {

@@ -7,6 +7,7 @@
 #include "qt_presenter.h"
 #include "screenshots.h"
 #include "session_recorder.h"
+#include "window_layout.h"
 
 #include <nxsim/presenter.h>
 
@@ -65,7 +66,11 @@ int main(int argc, char** argv) {
     }
 
     QApplication app(argc, argv);
+    QApplication::setOrganizationName("qorfmt");
     QApplication::setApplicationName("qorfmt-host");
+    if (options.resetLayout) {
+        WindowLayout::forget();
+    }
     applyDefaults(options, fs::path(QCoreApplication::applicationDirPath().toStdString()));
     try {
         applySetup(options);
@@ -89,6 +94,9 @@ int main(int argc, char** argv) {
     QtPresenter& presenter = window.presenter();
     // Every modal request of the platform, also outside a run, goes to the windows.
     nxsim::setPresenter(&presenter);
+    if (options.replay.empty() && !options.offscreen) {
+        window.keepLayout();
+    }
     window.show();
 
     int exitCode = 0;
