@@ -355,15 +355,18 @@ void DialogWindow::alignCaptions() {
 }
 
 void DialogWindow::assignMnemonics() {
-    // OK first, so that Alt+O is OK in every dialog; then the controls in file order (tab pages
-    // where they stand); Apply, Back and Cancel (which Escape presses) take what is left.
+    // OK first, so that Alt+O is OK in every dialog; then the tab pages, then the controls in
+    // file order; Apply, Back and Cancel (which Escape presses) take what is left.
     if (m_navigation[0]) {
         assignMnemonic("navigation:OK", "OK");
     }
+    for (const auto& tabs : m_tabs) {
+        for (const std::string& label : tabs.second) {
+            assignMnemonic("page:" + label, label);
+        }
+    }
     std::function<void(const nxsim::DlgElement&)> visit = [&](const nxsim::DlgElement& e) {
-        if (e.kind == ItemKind::TabPage) {
-            assignMnemonic("page:" + e.label, e.label);
-        } else if (const RuntimeItem* item = m_dialog.itemFor(e)) {
+        if (const RuntimeItem* item = m_dialog.itemFor(e)) {
             auto it = m_views.find(item);
             const bool labelled =
                 it != m_views.end() && (it->second.caption || e.kind == ItemKind::PushButton ||
@@ -461,15 +464,15 @@ void DialogWindow::fixWidth() {
         }
     }
     layout()->activate();
-    const int fullWidth = layout()->sizeHint().width();
     const int fullMinimum = layout()->minimumSize().width();
     for (QWidget* widget : hidden) {
         widget->setVisible(false);
     }
     layout()->activate();
+    // The first size is left to Qt (the contents' wish, within the screen); it is never less
+    // than this width.
     const int fromFile = fontMetrics().averageCharWidth() * m_dialog.layout().width;
     setMinimumWidth(std::max(fullMinimum, fromFile));
-    resize(std::max(fullWidth, fromFile), layout()->sizeHint().height());
 }
 
 void DialogWindow::buildNavigation(QBoxLayout* layout) {

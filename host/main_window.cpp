@@ -53,6 +53,10 @@ MainWindow::MainWindow(const HostOptions& options, LibraryCache& libraries,
     connect(m_presenter, &QtPresenter::notice, this,
             [this](const QString& text) { statusBar()->showMessage(text, 8000); });
     connect(m_graphics, &GraphicsView::hovered, m_position, &QLabel::setText);
+    connect(m_presenter, &QtPresenter::requestEnded, this, [this] {
+        m_endedCue = nxsim::cueLine();
+        refreshPlatform();
+    });
 
     buildMenus();
     // The stoplight is switched inside handlers, without a return to the event loop: only a
@@ -136,7 +140,13 @@ void MainWindow::refreshPlatform() {
             QString::fromStdString(continued ? listing.substr(m_shownListing.size()) : listing));
         m_shownListing = listing;
     }
-    const QString cue = QString::fromStdString(nxsim::cueLine());
+    // As in the CAD system, the prompt of a pick or a list goes when the request ends; a new
+    // prompt of the program shows again.
+    const std::string platformCue = nxsim::cueLine();
+    if (m_endedCue && *m_endedCue != platformCue) {
+        m_endedCue.reset();
+    }
+    const QString cue = QString::fromStdString(m_endedCue ? std::string() : platformCue);
     if (m_cue->text() != cue) {
         m_cue->setText(cue);
     }

@@ -6,6 +6,7 @@
 
 #include <QMainWindow>
 
+#include <optional>
 #include <string>
 
 class QLabel;
@@ -91,6 +92,8 @@ private:
     QLabel* m_position;
     QTimer* m_poll;
     std::string m_shownListing;
+    /// The prompt of a request that ended: not shown until the program sets another one.
+    std::optional<std::string> m_endedCue;
     bool m_running = false;
     bool m_ranUserFunction = false;
     bool m_confirmQuit = true;

@@ -226,6 +226,7 @@ int QtPresenter::pickFromList(const std::string& title, const std::string& promp
         break;
     }
     picker.hide();
+    emit requestEnded();
     if (m_mode != Mode::Scripted) {
         JournalStep step;
         step.kind = StepKind::Pick;
@@ -291,6 +292,7 @@ nxsim::PointAnswer QtPresenter::indicatePoint(const std::string& cue) {
         if (m_graphics && answer.status == nxsim::PointAnswer::Point) {
             m_graphics->markPoint(answer.point[0], answer.point[1]);
         }
+        emit requestEnded();
         return answer;
     }
     if (m_mode == Mode::Interactive && m_graphics) {
@@ -304,6 +306,7 @@ nxsim::PointAnswer QtPresenter::indicatePoint(const std::string& cue) {
             });
         });
     }
+    emit requestEnded();
     JournalStep step;
     step.kind = StepKind::Point;
     step.cancel = answer.status != nxsim::PointAnswer::Point;
@@ -322,6 +325,7 @@ nxsim::ObjectAnswer QtPresenter::selectObject(const std::string& message, const 
         if (m_script) {
             answer = m_script->selectObject(message, title, scope);
         }
+        emit requestEnded();
         return answer;
     }
     if (m_mode == Mode::Interactive && m_graphics) {
@@ -334,6 +338,7 @@ nxsim::ObjectAnswer QtPresenter::selectObject(const std::string& message, const 
             });
         });
     }
+    emit requestEnded();
     JournalStep step;
     step.kind = StepKind::Object;
     step.cancel = answer.status != nxsim::ObjectAnswer::Selected;

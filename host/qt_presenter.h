@@ -76,6 +76,9 @@ signals:
     void activity();
     /// A text for the cue line's side: why an action was refused.
     void notice(const QString& text);
+    /// A list picker, screen position request or object selection ended: the prompt that asked
+    /// for it is no longer current.
+    void requestEnded();
 
 private:
     /// The nesting depth for journal lines taken now.

@@ -469,8 +469,9 @@ TEST_F(DialogWindowTest, LabelledControlsGetMnemonicsFromTheirLabelsOKFirst) {
     EXPECT_EQ(window->mnemonic("PRESS_ME"), QChar('p'));
     EXPECT_EQ(control<QPushButton>("PRESS_ME")->text(), "&Press");
     EXPECT_EQ(window->caption("ROWS")->text(), "&Rows");
-    // "Notes": N is taken by "Name", O by OK: the next letter of the label.
+    // "Notes": N is taken by the tab "Numbers", O by OK: the next letter of the label.
     EXPECT_EQ(window->caption("NOTES")->text(), "No&tes");
+    EXPECT_EQ(window->caption("NAME")->text(), "N&ame");
     EXPECT_EQ(window->caption("NOTES")->buddy(), window->control("NOTES"));
     auto* tabs = window->findChild<QTabWidget*>();
     EXPECT_EQ(tabs->tabText(1), "&Flags");

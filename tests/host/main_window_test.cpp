@@ -437,3 +437,32 @@ TEST_F(MainWindowTest, TheGeometryOfARunUnderAReplayIsNotKept) {
     window.keepLayout();
     EXPECT_TRUE(window.layout().enabled());
 }
+
+TEST_F(MainWindowTest, ThePromptOfAPickLeavesTheCueLineWhenThePickEndsANewPromptShows) {
+    QorfmtHost::MainWindow window(options, libraries, nullptr, nullptr);
+    window.show();
+    QorfmtHost::GraphicsView& graphics = window.graphics();
+    QString cueAfterPick = "unset";
+    QString cueAfterSave;
+    window.presenter().onDialogShown = [&](DialogWindow& w) {
+        QTimer::singleShot(0, &w, [&, pw = &w] {
+            QTest::keyClicks(qobject_cast<QLineEdit*>(pw->control("PART_FILE")), "a3_metric.prt");
+            qobject_cast<QPushButton*>(pw->control("OPEN_PART"))->click();
+            QTimer::singleShot(0, &graphics, [&] {
+                EXPECT_EQ(window.cueLine().text(), "Select corner point");
+                QTest::mouseClick(&graphics, Qt::LeftButton, Qt::NoModifier,
+                                  graphics.toScreen(100.0, 50.0).toPoint());
+            });
+            qobject_cast<QPushButton*>(pw->control("POINT"))->click();
+            cueAfterPick = window.cueLine().text();
+            EXPECT_EQ(nxsim::cueLine(), "Select corner point");
+            qobject_cast<QPushButton*>(pw->control("SAVE"))->click();
+            cueAfterSave = window.cueLine().text();
+            pw->navigationButton(3)->click();
+        });
+    };
+    ScopedCurrentPath parts(kNxsimData / "parts");
+    ASSERT_TRUE(window.runLibrary(options.library, true));
+    EXPECT_EQ(cueAfterPick, "");
+    EXPECT_EQ(cueAfterSave, "Saving");
+}
