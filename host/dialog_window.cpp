@@ -456,6 +456,8 @@ QChar DialogWindow::mnemonic(const std::string& key) const {
 }
 
 void DialogWindow::fixWidth() {
+    // Sizes are only right once the style has polished the widgets.
+    ensurePolished();
     std::vector<QWidget*> hidden;
     for (const auto& entry : m_views) {
         if (entry.second.container->isHidden()) {
@@ -463,16 +465,33 @@ void DialogWindow::fixWidth() {
             entry.second.container->setVisible(true);
         }
     }
-    layout()->activate();
+    // The layouts of a window not shown yet keep the sizes they saw last: they must look again.
+    auto invalidateLayouts = [this] {
+        for (QWidget* w : findChildren<QWidget*>()) {
+            w->updateGeometry();
+        }
+        for (QLayout* l : findChildren<QLayout*>()) {
+            l->invalidate();
+        }
+    };
+    invalidateLayouts();
     const int fullMinimum = layout()->minimumSize().width();
     for (QWidget* widget : hidden) {
         widget->setVisible(false);
     }
-    layout()->activate();
-    // The first size is left to Qt (the contents' wish, within the screen); it is never less
-    // than this width.
+    invalidateLayouts();
+    // A strut as wide as the dialog with everything shown: hiding a control leaves the width,
+    // and a label the program makes longer still widens the dialog. The first size is left to
+    // Qt (the contents' wish, within the screen).
     const int fromFile = fontMetrics().averageCharWidth() * m_dialog.layout().width;
-    setMinimumWidth(std::max(fullMinimum, fromFile));
+    const int margins = layout()->contentsMargins().left() + layout()->contentsMargins().right();
+    static_cast<QBoxLayout*>(layout())->addSpacing(0);
+    layout()
+        ->itemAt(layout()->count() - 1)
+        ->spacerItem()
+        ->changeSize(std::max(fullMinimum, fromFile) - margins, 0, QSizePolicy::Fixed,
+                     QSizePolicy::Fixed);
+    layout()->invalidate();
 }
 
 void DialogWindow::buildNavigation(QBoxLayout* layout) {

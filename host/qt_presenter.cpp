@@ -108,6 +108,7 @@ void QtPresenter::runDialog(nxsim::RuntimeDialog& dialog) {
     emit activity();
     // Where the user left this dialog last time, else beside the graphics window.
     if ((!m_layout || !m_layout->restore(window, dialog.journalName())) && m_mainWindow) {
+        window.adjustSize();
         placeBeside(window, *m_mainWindow, depth() - 1);
     }
     window.show();

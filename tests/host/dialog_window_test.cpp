@@ -557,5 +557,5 @@ TEST_F(DialogWindowTest, TooltipsOfTheResourceFileReachControlAndCaption) {
     EXPECT_EQ(shown.caption("START")->toolTip(), "Corner where zone 1 is");
     EXPECT_TRUE(shown.control("B")->toolTip().isEmpty());
     EXPECT_EQ(shown.findChild<QTabWidget*>()->tabToolTip(0), "The page");
-    EXPECT_GE(shown.minimumWidth(), shown.fontMetrics().averageCharWidth() * 70);
+    EXPECT_GE(shown.minimumSizeHint().width(), shown.fontMetrics().averageCharWidth() * 70);
 }
