@@ -72,18 +72,22 @@ std::string shownStateOf(const RuntimeItem& item) {
 
 // Lists and multi-line texts take the extra height of a dialog made taller, and so does what
 // holds them.
-bool grows(const nxsim::DlgElement& element) {
+// Each in proportion to its rows, so that a long list keeps more of the height than a short one.
+int growth(const nxsim::DlgElement& element) {
     if (element.kind == ItemKind::SingleSelectList || element.kind == ItemKind::MultiTextBox) {
-        return true;
+        return std::max(1, element.rows);
     }
-    return std::any_of(element.children.begin(), element.children.end(),
-                       [](const nxsim::DlgElement& child) { return grows(child); });
+    int sum = 0;
+    for (const nxsim::DlgElement& child : element.children) {
+        sum += growth(child);
+    }
+    return sum;
 }
 
 // Lays out `widget` of `element` in a column: with stretch when it grows. The spacer at the end of
 // the column takes the height only when nothing shown grows (a hidden widget has no share).
 void addToColumn(QBoxLayout* layout, const nxsim::DlgElement& element, QWidget* widget) {
-    layout->addWidget(widget, grows(element) ? 1 : 0);
+    layout->addWidget(widget, growth(element));
 }
 
 bool isTextEntry(const QWidget* widget) {
