@@ -3,6 +3,7 @@
 
 #include "host_options.h"
 #include "host_session.h"
+#include "listing_window.h"
 #include "main_window.h"
 #include "qt_presenter.h"
 #include "screenshots.h"
@@ -25,11 +26,15 @@ using namespace QorfmtHost;
 
 namespace {
 
-// The main window at the end of a replay or an offscreen run: listing, cue line and graphics.
+// The main window at the end of a replay or an offscreen run (cue line and graphics), and the
+// listing window when something was written to it.
 void saveFinalPicture(MainWindow& window, Screenshots& screenshots) {
     try {
         window.refreshPlatform();
         screenshots.save(window, "main_window");
+        if (window.listingWindow().isVisible()) {
+            screenshots.save(window.listingWindow(), "listing_window");
+        }
     } catch (const std::exception& e) {
         std::cerr << "qorfmt-host: " << e.what() << '\n';
     }
