@@ -46,12 +46,12 @@ void placeBeside(QWidget& dialog, const QWidget& mainWindow, int depth) {
     const QSize size = dialog.frameGeometry().size().expandedTo(dialog.size());
     const int top = std::clamp(main.top() + 24 * depth, area.top(),
                                std::max(area.top(), area.bottom() - size.height()));
-    if (main.right() + size.width() < area.right()) {
+    if (main.right() + size.width() <= area.right()) {
         dialog.move(main.right() + 1, top);
-    } else if (main.left() - size.width() > area.left()) {
+    } else if (main.left() - size.width() >= area.left()) {
         dialog.move(main.left() - size.width(), top);
     } else {
-        dialog.move(std::max(area.left(), area.right() - size.width()), top);
+        dialog.move(std::max(area.left(), area.right() + 1 - size.width()), top);
     }
 }
 

@@ -61,12 +61,12 @@ TEST_F(HostProgramTest, OffscreenReplayPassesAndSavesAPictureOfEveryDialogAndBox
     ProgramRun run = host("--offscreen --replay '" + (kHostData / "host_session.journal").string() +
                           "' --screenshots '" + shots.string() + "' " + testLibrary());
     EXPECT_EQ(run.exitCode, 0) << run.output;
-    EXPECT_EQ(pictures(shots),
-              (std::vector<std::string>{
-                  "001_nxsim_test_main.png", "002_message-Info.png", "003_nxsim_test_child.dlg.png",
-                  "004_nxsim_test_child.dlg-ended.png", "005_pick-Frame_Templates.png",
-                  "006_nxsim_test_main-ended.png", "007_main_window.png",
-                  "008_listing_window.png"}));
+    EXPECT_EQ(
+        pictures(shots),
+        (std::vector<std::string>{
+            "001_nxsim_test_main.png", "002_message-Info.png", "003_nxsim_test_child.dlg.png",
+            "004_nxsim_test_child.dlg-ended.png", "005_pick-Frame_Templates.png",
+            "006_nxsim_test_main-ended.png", "007_main_window.png", "008_listing_window.png"}));
     QImage main(QString::fromStdString((shots / "001_nxsim_test_main.png").string()));
     ASSERT_FALSE(main.isNull());
     EXPECT_GT(main.width(), 100);
