@@ -463,7 +463,7 @@ TEST_F(DialogWindowTest, WithCancelInsensitiveTheCloseBoxIsTheWindowsClose) {
     EXPECT_EQ(recorder.text(), "# recorded by qorfmt-host\n  close\n");
 }
 
-TEST_F(DialogWindowTest, LabelledControlsGetMnemonicsFromTheirLabelsOKFirst) {
+TEST_F(DialogWindowTest, LabelledControlsGetMnemonicsFromTheirLabelsOKFirstAndAltUsesThem) {
     EXPECT_EQ(window->mnemonic("navigation:OK"), QChar('o'));
     EXPECT_EQ(window->navigationButton(0)->text(), "&OK");
     EXPECT_EQ(window->mnemonic("PRESS_ME"), QChar('p'));
@@ -475,6 +475,19 @@ TEST_F(DialogWindowTest, LabelledControlsGetMnemonicsFromTheirLabelsOKFirst) {
     EXPECT_EQ(window->caption("NOTES")->buddy(), window->control("NOTES"));
     auto* tabs = window->findChild<QTabWidget*>();
     EXPECT_EQ(tabs->tabText(1), "&Flags");
+
+    // Used as a user does: Alt+F shows the Flags page, Alt+R puts the focus in the list.
+    QApplication::setActiveWindow(window.get());
+    ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
+    QTest::keyClick(window.get(), Qt::Key_F, Qt::AltModifier);
+    EXPECT_EQ(tabs->currentIndex(), 1);
+    QTest::keyClick(window.get(), Qt::Key_R, Qt::AltModifier);
+    EXPECT_EQ(QApplication::focusWidget(), window->control("ROWS"));
+    int presses = 0;
+    item("PRESS_ME").addHandler(EventKind::Activate, counting(presses), false);
+    // A mnemonic clicks its button as a mouse would: pressed, then released a moment later.
+    QTest::keyClick(window.get(), Qt::Key_P, Qt::AltModifier);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return presses == 1; }));
 }
 
 TEST_F(DialogWindowTest, ALabelChangedByTheProgramKeepsOrChangesItsMnemonicWithoutClashes) {

@@ -431,7 +431,7 @@ TEST_F(MainWindowTest, WithoutKeptGeometryADialogOpensBesideTheGraphicsWindowWhe
     EXPECT_GT(shownAt.left(), window.frameGeometry().right());
 }
 
-TEST_F(MainWindowTest, TheGeometryOfARunUnderAReplayIsNotKept) {
+TEST_F(MainWindowTest, KeptLayoutIsOffUntilTheInteractiveHostAsksForIt) {
     QorfmtHost::MainWindow window(options, libraries, nullptr, nullptr);
     EXPECT_FALSE(window.layout().enabled());
     window.keepLayout();
