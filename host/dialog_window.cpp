@@ -359,37 +359,56 @@ void DialogWindow::alignCaptions() {
 }
 
 void DialogWindow::assignMnemonics() {
-    // OK first, so that Alt+O is OK in every dialog; then the tab pages, then the controls in
-    // file order; Apply, Back and Cancel (which Escape presses) take what is left.
-    if (m_navigation[0]) {
-        assignMnemonic("navigation:OK", "OK");
-    }
-    for (const auto& tabs : m_tabs) {
-        for (const std::string& label : tabs.second) {
-            assignMnemonic("page:" + label, label);
-        }
-    }
+    // A letter is unique among the controls that can be shown together: those outside tab
+    // pages and those of one page (a control on a hidden page takes no keys). OK comes first,
+    // so that Alt+O is OK in every dialog; then the tab pages, the controls outside pages and
+    // those on pages, each in file order; Apply, Back and Cancel (which Escape presses) take
+    // what is left.
+    struct Labelled {
+        std::string key;
+        std::string label;
+        std::vector<int> scope;
+    };
+    std::vector<Labelled> pages;
+    std::vector<Labelled> common;
+    std::vector<Labelled> onPages;
+    std::vector<int> scope;
+    int pageCount = 0;
     std::function<void(const nxsim::DlgElement&)> visit = [&](const nxsim::DlgElement& e) {
-        if (const RuntimeItem* item = m_dialog.itemFor(e)) {
+        if (e.kind == ItemKind::TabPage) {
+            pages.push_back({"page:" + e.label, e.label, scope});
+            scope.push_back(pageCount++);
+        } else if (const RuntimeItem* item = m_dialog.itemFor(e)) {
             auto it = m_views.find(item);
             const bool labelled =
                 it != m_views.end() && (it->second.caption || e.kind == ItemKind::PushButton ||
                                         e.kind == ItemKind::Toggle || e.kind == ItemKind::RadioBox);
             if (labelled) {
-                assignMnemonic(item->name(), item->label());
+                (scope.empty() ? common : onPages).push_back({item->name(), item->label(), scope});
             }
         }
         for (const nxsim::DlgElement& child : e.children) {
             visit(child);
         }
+        if (e.kind == ItemKind::TabPage) {
+            scope.pop_back();
+        }
     };
     for (const nxsim::DlgElement& element : m_dialog.layout().elements) {
         visit(element);
     }
+    if (m_navigation[0]) {
+        assignMnemonic("navigation:OK", "OK", {});
+    }
+    for (const auto* group : {&pages, &common, &onPages}) {
+        for (const Labelled& l : *group) {
+            assignMnemonic(l.key, l.label, l.scope);
+        }
+    }
     const char* texts[4] = {"OK", "Apply", "Back", "Cancel"};
     for (int i = 1; i < 4; ++i) {
         if (m_navigation[i]) {
-            assignMnemonic(std::string("navigation:") + texts[i], texts[i]);
+            assignMnemonic(std::string("navigation:") + texts[i], texts[i], {});
             m_navigation[i]->setText(withMnemonic(std::string("navigation:") + texts[i], texts[i]));
         }
     }
@@ -404,29 +423,86 @@ void DialogWindow::assignMnemonics() {
     }
 }
 
-void DialogWindow::assignMnemonic(const std::string& key, const std::string& label) {
+bool DialogWindow::mnemonicsClash(const std::string& a, const std::string& b) const {
+    const std::vector<int>& sa = m_scopeOf.at(a);
+    const std::vector<int>& sb = m_scopeOf.at(b);
+    // Shown together when one's pages are the start of the other's.
+    const std::size_t n = std::min(sa.size(), sb.size());
+    return std::equal(sa.begin(), sa.begin() + static_cast<std::ptrdiff_t>(n), sb.begin());
+}
+
+void DialogWindow::assignMnemonic(const std::string& key, const std::string& label,
+                                  const std::vector<int>& scope) {
     if (m_mnemonicOf.count(key)) {
         return;
     }
-    for (QChar c : mnemonicCandidates(label)) {
-        if (m_usedMnemonics.insert(c).second) {
-            m_mnemonicOf.emplace(key, c);
-            return;
+    m_scopeOf[key] = scope;
+    m_labelOf[key] = label;
+    std::set<std::string> visited;
+    placeMnemonic(key, visited);
+}
+
+bool DialogWindow::placeMnemonic(const std::string& key, std::set<std::string>& visited) {
+    visited.insert(key);
+    const std::vector<QChar> candidates = mnemonicCandidates(m_labelOf[key]);
+    auto holdersOf = [&](QChar c) {
+        std::vector<std::string> holders;
+        for (const auto& other : m_mnemonicOf) {
+            if (other.second == c && other.first != key && mnemonicsClash(key, other.first)) {
+                holders.push_back(other.first);
+            }
+        }
+        return holders;
+    };
+    // A free letter of the label, the best first.
+    for (QChar c : candidates) {
+        if (holdersOf(c).empty()) {
+            m_mnemonicOf[key] = c;
+            return true;
         }
     }
+    // Else a letter whose one holder can move to another letter of its own label, so that as
+    // many controls as possible get one (OK keeps its O).
+    for (QChar c : candidates) {
+        const std::vector<std::string> holders = holdersOf(c);
+        if (holders.size() != 1 || visited.count(holders[0]) || holders[0] == "navigation:OK") {
+            continue;
+        }
+        const std::string& holder = holders[0];
+        m_mnemonicOf[key] = c;
+        m_mnemonicOf.erase(holder);
+        if (placeMnemonic(holder, visited)) {
+            return true;
+        }
+        m_mnemonicOf[holder] = c;
+        m_mnemonicOf.erase(key);
+    }
+    return false;
 }
 
 QString DialogWindow::withMnemonic(const std::string& key, const std::string& label) {
     const QString text = qs(label);
     auto it = m_mnemonicOf.find(key);
     if (it != m_mnemonicOf.end() && !text.contains(it->second, Qt::CaseInsensitive)) {
-        // The program gave the control another label: it gets a letter of the new one.
-        m_usedMnemonics.erase(it->second);
+        // The program gave the control another label: it gets a letter of the new one, never
+        // one that another control shows.
         m_mnemonicOf.erase(it);
         it = m_mnemonicOf.end();
     }
     if (it == m_mnemonicOf.end()) {
-        assignMnemonic(key, label);
+        auto scope = m_scopeOf.find(key);
+        m_scopeOf[key] = scope == m_scopeOf.end() ? std::vector<int>() : scope->second;
+        m_labelOf[key] = label;
+        for (QChar c : mnemonicCandidates(label)) {
+            const bool taken =
+                std::any_of(m_mnemonicOf.begin(), m_mnemonicOf.end(), [&](const auto& other) {
+                    return other.second == c && mnemonicsClash(key, other.first);
+                });
+            if (!taken) {
+                m_mnemonicOf[key] = c;
+                break;
+            }
+        }
         it = m_mnemonicOf.find(key);
     }
     int at = -1;

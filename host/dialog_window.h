@@ -11,6 +11,7 @@
 #include <map>
 #include <set>
 #include <string>
+#include <vector>
 
 class QBoxLayout;
 class QButtonGroup;
@@ -60,6 +61,9 @@ public:
     QChar mnemonic(const std::string& key) const;
     /// Every mnemonic letter of the dialog by what carries it (the keys of mnemonic()).
     const std::map<std::string, QChar>& mnemonics() const { return m_mnemonicOf; }
+    /// Whether the two can be shown at once (not on different tab pages), so that their letters
+    /// must differ.
+    bool mnemonicsClash(const std::string& a, const std::string& b) const;
     /// The control that gets the focus when the dialog is shown and the program put it nowhere:
     /// the first field to type into on the shown page, else the first list or menu to choose
     /// from, else the first button; null when none can take it.
@@ -104,7 +108,12 @@ private:
     void alignCaptions();
     /// Gives every labelled control a mnemonic letter, in file order, none used twice.
     void assignMnemonics();
-    void assignMnemonic(const std::string& key, const std::string& label);
+    /// `scope`: the tab pages (numbered in file order) that the control is on, outermost first.
+    void assignMnemonic(const std::string& key, const std::string& label,
+                        const std::vector<int>& scope);
+    /// Gives `key` a letter of its label, moving other controls' letters where that helps;
+    /// false when none is left.
+    bool placeMnemonic(const std::string& key, std::set<std::string>& visited);
     /// The label with its mnemonic marked ('&'), the rest escaped.
     QString withMnemonic(const std::string& key, const std::string& label);
     /// Keeps the width that the dialog needs with every control shown, so that showing or hiding
@@ -138,7 +147,8 @@ private:
     const nxsim::RuntimeItem* m_focusShown = nullptr; ///< the focus item last applied
     const nxsim::RuntimeItem* m_typing = nullptr;     ///< the item whose text the user types
     std::map<std::string, QChar> m_mnemonicOf;
-    std::set<QChar> m_usedMnemonics;
+    std::map<std::string, std::vector<int>> m_scopeOf; ///< tab pages of each mnemonic's control
+    std::map<std::string, std::string> m_labelOf;      ///< the label each mnemonic comes from
     /// The tab widgets with the label of each page, for their mnemonics.
     std::vector<std::pair<QTabWidget*, std::vector<std::string>>> m_tabs;
 };

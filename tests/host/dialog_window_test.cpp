@@ -367,6 +367,50 @@ std::vector<fs::path> resourceFiles() {
     return files;
 }
 
+// The tab pages that hold a widget: (tab widget, page index), outermost last.
+std::vector<std::pair<QTabWidget*, int>> pagesOf(QWidget* widget) {
+    std::vector<std::pair<QTabWidget*, int>> pages;
+    for (QWidget* w = widget; w; w = w->parentWidget()) {
+        QWidget* stack = w->parentWidget();
+        auto* tabs = stack ? qobject_cast<QTabWidget*>(stack->parentWidget()) : nullptr;
+        if (tabs && tabs->indexOf(w) >= 0) {
+            pages.emplace_back(tabs, tabs->indexOf(w));
+        }
+    }
+    return pages;
+}
+
+// Whether two mnemonic keys of a window can be seen at once: not on two pages of one tab widget.
+bool shownTogether(const DialogWindow& window, const std::string& a, const std::string& b) {
+    QWidget* wa = window.control(a);
+    QWidget* wb = window.control(b);
+    if (!wa || !wb) {
+        return true; // navigation buttons and tab pages are always shown
+    }
+    for (const auto& pa : pagesOf(wa)) {
+        for (const auto& pb : pagesOf(wb)) {
+            if (pa.first == pb.first && pa.second != pb.second) {
+                return false;
+            }
+        }
+    }
+    return true;
+}
+
+// Every pair of keys with one letter that can be seen at once, as "A/B".
+std::vector<std::string> mnemonicClashes(const DialogWindow& window) {
+    std::vector<std::string> clashes;
+    for (const auto& a : window.mnemonics()) {
+        for (const auto& b : window.mnemonics()) {
+            if (a.first < b.first && a.second == b.second &&
+                shownTogether(window, a.first, b.first)) {
+                clashes.push_back(a.first + "/" + b.first);
+            }
+        }
+    }
+    return clashes;
+}
+
 std::unique_ptr<nxsim::RuntimeDialog> shownResource(const fs::path& file) {
     auto dialog = std::make_unique<nxsim::RuntimeDialog>(nxsim::readDialogLayout(file));
     dialog->beginShow();
@@ -471,7 +515,10 @@ TEST_F(DialogWindowTest, LabelledControlsGetMnemonicsFromTheirLabelsOKFirstAndAl
     EXPECT_EQ(window->caption("ROWS")->text(), "&Rows");
     // "Notes": N is taken by the tab "Numbers", O by OK: the next letter of the label.
     EXPECT_EQ(window->caption("NOTES")->text(), "No&tes");
-    EXPECT_EQ(window->caption("NAME")->text(), "N&ame");
+    // "Count" has only letters that others took first: one of them moves to another letter of
+    // its label ("Name" from A to M), so that every control has one.
+    EXPECT_EQ(window->caption("NAME")->text(), "Na&me");
+    EXPECT_FALSE(window->mnemonic("COUNT").isNull());
     EXPECT_EQ(window->caption("NOTES")->buddy(), window->control("NOTES"));
     auto* tabs = window->findChild<QTabWidget*>();
     EXPECT_EQ(tabs->tabText(1), "&Flags");
@@ -495,23 +542,21 @@ TEST_F(DialogWindowTest, ALabelChangedByTheProgramKeepsOrChangesItsMnemonicWitho
     EXPECT_EQ(control<QPushButton>("PRESS_ME")->text(), "&Push");
     item("PRESS_ME").setLabel("Zap & go");
     EXPECT_EQ(control<QPushButton>("PRESS_ME")->text(), "Za&p && go");
-    std::set<QChar> seen;
-    for (const auto& entry : window->mnemonics()) {
-        EXPECT_TRUE(seen.insert(entry.second).second) << entry.first;
-    }
+    EXPECT_EQ(mnemonicClashes(*window), std::vector<std::string>{});
 }
 
-TEST_F(DialogWindowTest, MnemonicsAreUniqueInEveryDialogAndMarkedInTheirLabels) {
+TEST_F(DialogWindowTest,
+       EveryLabelledControlOfEveryDialogHasAMnemonicMarkedInItsLabelWithoutClashes) {
     for (const fs::path& file : resourceFiles()) {
         auto resource = shownResource(file);
         DialogWindow shown(*resource, true);
-        std::set<QChar> seen;
-        for (const auto& entry : shown.mnemonics()) {
-            EXPECT_TRUE(seen.insert(entry.second).second)
-                << file << ": " << entry.first << " repeats " << entry.second.toLatin1();
-        }
+        EXPECT_EQ(mnemonicClashes(shown), std::vector<std::string>{}) << file;
         for (const auto& item : resource->items()) {
             const QChar key = shown.mnemonic(item->name());
+            const bool labelled = item->kind() != nxsim::ItemKind::GroupBox &&
+                                  item->kind() != nxsim::ItemKind::LabelItem &&
+                                  shown.control(item->name()) && !item->label().empty();
+            EXPECT_TRUE(!labelled || !key.isNull()) << file << ": " << item->name();
             if (key.isNull()) {
                 continue;
             }
@@ -571,4 +616,19 @@ TEST_F(DialogWindowTest, TooltipsOfTheResourceFileReachControlAndCaption) {
     EXPECT_TRUE(shown.control("B")->toolTip().isEmpty());
     EXPECT_EQ(shown.findChild<QTabWidget*>()->tabToolTip(0), "The page");
     EXPECT_GE(shown.minimumSizeHint().width(), shown.fontMetrics().averageCharWidth() * 70);
+}
+
+TEST_F(DialogWindowTest, ControlsOnDifferentTabPagesMayShareALetterButNotWithTheRest) {
+    // A control on a page not shown takes no keys: "Count" (Numbers) and "Colour" (Flags) both
+    // get C; "Name", outside the pages, cannot have the N of the tab "Numbers".
+    EXPECT_EQ(window->mnemonic("COUNT"), QChar('c'));
+    EXPECT_EQ(window->mnemonic("COLOUR"), QChar('c'));
+    EXPECT_EQ(window->mnemonic("page:Numbers"), QChar('n'));
+    EXPECT_NE(window->mnemonic("NAME"), QChar('n'));
+    QApplication::setActiveWindow(window.get());
+    ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
+    auto* tabs = window->findChild<QTabWidget*>();
+    tabs->setCurrentIndex(1);
+    QTest::keyClick(window.get(), Qt::Key_C, Qt::AltModifier);
+    EXPECT_EQ(QApplication::focusWidget(), window->control("COLOUR"));
 }
