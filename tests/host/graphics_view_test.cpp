@@ -4,6 +4,7 @@
 
 #include <testutil/temp_dir.h>
 
+#include <QMouseEvent>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -25,6 +26,13 @@ protected:
     std::unique_ptr<GraphicsView> owned;
     GraphicsView* view = nullptr;
 };
+
+// The mouse resting at `position`, delivered at once on every platform.
+void hover(QWidget* widget, const QPoint& position) {
+    QMouseEvent move(QEvent::MouseMove, QPointF(position), widget->mapToGlobal(QPointF(position)),
+                     Qt::NoButton, Qt::NoButton, Qt::NoModifier);
+    QApplication::sendEvent(widget, &move);
+}
 
 } // namespace
 
@@ -94,7 +102,7 @@ TEST_F(GraphicsViewTest, APositionPickNearAPointSnapsToItsExactCoordinates) {
     view->beginPick(GraphicsView::PickMode::Point, "Select corner point");
     // Three pixels beside the point of tag 11 at (10, 10).
     const QPoint near = (view->toScreen(10.0, 10.0) + QPointF(3.0, -2.0)).toPoint();
-    QTest::mouseMove(view, near);
+    hover(view, near);
     ASSERT_TRUE(view->snapTarget().has_value());
     EXPECT_EQ(*view->snapTarget(), QPointF(10.0, 10.0));
     ASSERT_FALSE(hovered.isEmpty());
@@ -121,7 +129,7 @@ TEST_F(GraphicsViewTest, ShiftPicksTheFreePositionWithoutSnapping) {
     QSignalSpy picked(view, &GraphicsView::pointPicked);
     view->beginPick(GraphicsView::PickMode::Point, "Select corner point");
     const QPoint near = (view->toScreen(10.0, 10.0) + QPointF(4.0, 0.0)).toPoint();
-    QTest::mouseMove(view, near);
+    hover(view, near);
     QTest::keyPress(view, Qt::Key_Shift, Qt::ShiftModifier);
     EXPECT_FALSE(view->snapTarget().has_value());
     QTest::keyRelease(view, Qt::Key_Shift, Qt::NoModifier);
@@ -134,18 +142,18 @@ TEST_F(GraphicsViewTest, ShiftPicksTheFreePositionWithoutSnapping) {
 
 TEST_F(GraphicsViewTest, FarFromEveryPointAPickIsNotSnapped) {
     view->beginPick(GraphicsView::PickMode::Point, "Select corner point");
-    QTest::mouseMove(view, view->toScreen(200.0, 150.0).toPoint());
+    hover(view, view->toScreen(200.0, 150.0).toPoint());
     EXPECT_FALSE(view->snapTarget().has_value());
     EXPECT_FALSE(view->snapPointNear(view->toScreen(10.0, 10.0) + QPointF(20.0, 0.0)));
 }
 
 TEST_F(GraphicsViewTest, AnObjectSelectionHighlightsTheObjectUnderTheCursorBeforeTheClick) {
     view->beginPick(GraphicsView::PickMode::Object, "Select an object");
-    QTest::mouseMove(view, view->toScreen(200.0, 21.0).toPoint());
+    hover(view, view->toScreen(200.0, 21.0).toPoint());
     EXPECT_EQ(view->hoveredObject(), 13u);
-    QTest::mouseMove(view, view->toScreen(200.0, 150.0).toPoint());
+    hover(view, view->toScreen(200.0, 150.0).toPoint());
     EXPECT_EQ(view->hoveredObject(), 0u);
-    QTest::mouseMove(view, view->toScreen(200.0, 21.0).toPoint());
+    hover(view, view->toScreen(200.0, 21.0).toPoint());
     view->endPick();
     EXPECT_EQ(view->hoveredObject(), 0u);
 }
