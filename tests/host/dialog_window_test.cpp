@@ -632,3 +632,14 @@ TEST_F(DialogWindowTest, ControlsOnDifferentTabPagesMayShareALetterButNotWithThe
     QTest::keyClick(window.get(), Qt::Key_C, Qt::AltModifier);
     EXPECT_EQ(QApplication::focusWidget(), window->control("COLOUR"));
 }
+
+TEST_F(DialogWindowTest, EveryDialogResourceGivesAMinimumWidthThatTheWindowKeeps) {
+    for (const fs::path& file : resourceFiles()) {
+        auto resource = shownResource(file);
+        EXPECT_GE(resource->layout().width, 40) << file;
+        DialogWindow shown(*resource, true);
+        shown.show();
+        EXPECT_GE(shown.width(), shown.fontMetrics().averageCharWidth() * resource->layout().width)
+            << file;
+    }
+}
