@@ -86,6 +86,9 @@ void ListingWindow::clear() {
 
 void ListingWindow::showEvent(QShowEvent* event) {
     QWidget::showEvent(event);
+    // The text is laid out only now that the window shows: the end of it is what is new.
+    m_text->moveCursor(QTextCursor::End);
+    m_text->ensureCursorVisible();
     emit visibilityChanged(true);
 }
 
