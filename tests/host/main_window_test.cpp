@@ -466,3 +466,43 @@ TEST_F(MainWindowTest, ThePromptOfAPickLeavesTheCueLineWhenThePickEndsANewPrompt
     EXPECT_EQ(cueAfterPick, "");
     EXPECT_EQ(cueAfterSave, "Saving");
 }
+
+#ifdef HOST_TEST_CONFIGURATOR
+// The configurator's own Save As, as a user meets it: the name typed at once lands in the name
+// field, not in the folder menu before it (whose first letters once switched the folder).
+TEST_F(MainWindowTest, TheConfiguratorsSaveAsTakesTheNameTypedAtOnce) {
+    TestUtil::ScopedEnvironment environment;
+    for (const char* name :
+         {"QORFMT_SITE", "QORFMT_CONFIGURATION", "QORFMT_SEARCH_PATH", "QORFMT_RESOURCE_PATH"}) {
+        environment.set(name, nullptr);
+    }
+    options.site = fs::path(QORFMT_SOURCE_DIR) / "examples" / "site";
+    options.library = fs::path(QORFMT_HOST).parent_path() / "libqorfmt_configure.so";
+    QorfmtHost::applySetup(options);
+    QorfmtHost::MainWindow window(options, libraries, nullptr, nullptr);
+    window.show();
+    std::string typedName;
+    int filterShown = -1;
+    bool nameHadFocus = false;
+    window.presenter().onDialogShown = [&](DialogWindow& w) {
+        QTimer::singleShot(0, &w, [&, pw = &w] {
+            if (pw->dialog().journalName() == "qorborder_config_main") {
+                qobject_cast<QPushButton*>(pw->control("NEW_FILE"))->click();
+                qobject_cast<QPushButton*>(pw->control("SAVEAS_FILE"))->click();
+                pw->navigationButton(3)->click();
+                return;
+            }
+            QApplication::setActiveWindow(pw);
+            nameHadFocus = QApplication::focusWidget() == pw->control("FILE_SELECTION");
+            QTest::keyClicks(QApplication::focusWidget(), "company_a3");
+            typedName = pw->dialog().item("FILE_SELECTION")->text();
+            filterShown = pw->dialog().item("FILTER")->intValue();
+            QTest::keyClick(pw, Qt::Key_Escape);
+        });
+    };
+    ASSERT_TRUE(window.runLibrary(options.library, true));
+    EXPECT_TRUE(nameHadFocus);
+    EXPECT_EQ(typedName, "company_a3");
+    EXPECT_EQ(filterShown, 0);
+}
+#endif
