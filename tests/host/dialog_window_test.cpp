@@ -643,3 +643,24 @@ TEST_F(DialogWindowTest, EveryDialogResourceGivesAMinimumWidthThatTheWindowKeeps
             << file;
     }
 }
+
+// The field dialog once widened when its type became "Text choice" and its choices showed.
+TEST_F(DialogWindowTest, TheFieldDialogKeepsItsWidthWhenItsTextChoicesShowOrHide) {
+    auto field = shownResource(kResources / "qorfmt_config_fieldsettings.dlg");
+    for (const char* name :
+         {"CONTROLLED_SETTINGS", "ATTR_TITLE", "BROADCAST_VALUE_TYPE", "DEFAULT_TO_CURRENT_DATE"}) {
+        field->item(name)->setVisible(false);
+    }
+    DialogWindow shown(*field, true);
+    shown.show();
+    QApplication::processEvents();
+    const int width = shown.width();
+    for (const char* name : {"CONTROLLED_SETTINGS", "ATTR_TITLE", "BROADCAST_VALUE_TYPE"}) {
+        field->item(name)->setVisible(true);
+        QApplication::processEvents();
+        EXPECT_EQ(shown.width(), width) << name;
+    }
+    field->item("DEFAULT_STRING")->setVisible(false);
+    QApplication::processEvents();
+    EXPECT_EQ(shown.width(), width);
+}
