@@ -17,12 +17,14 @@
 #include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QScreen>
 #include <QStatusBar>
 #include <QTimer>
 #include <QToolBar>
 
 #include <boost/filesystem/operations.hpp>
 
+#include <algorithm>
 #include <iostream>
 
 namespace fs = boost::filesystem;
@@ -112,10 +114,14 @@ void MainWindow::buildMenus() {
     connect(m_listingWindow, &ListingWindow::visibilityChanged, listing, [this, listing](bool on) {
         if (on && !m_listingPlaced) {
             m_listingPlaced = true;
-            if (!m_layout.restore(*m_listingWindow, "listing_window")) {
-                // Below the main window where there is room, else over its lower part.
+            if (!m_layout.restore(*m_listingWindow, "listing_window") && screen()) {
+                // Below the main window where there is room, else as low as the screen allows.
                 const QRect main = frameGeometry();
-                m_listingWindow->move(main.left(), main.bottom() - m_listingWindow->height() / 2);
+                const QRect area = screen()->availableGeometry();
+                const int height = m_listingWindow->frameGeometry().height();
+                m_listingWindow->move(
+                    main.left(),
+                    std::max(area.top(), std::min(main.bottom() + 1, area.bottom() + 1 - height)));
             }
         }
         listing->setChecked(on);
