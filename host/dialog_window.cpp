@@ -11,6 +11,7 @@
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QIntValidator>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
@@ -69,6 +70,54 @@ std::string shownStateOf(const RuntimeItem& item) {
     return state + '\x1e' + std::to_string(item.selected());
 }
 
+// Lists and multi-line texts take the extra height of a dialog made taller, and so does what
+// holds them.
+// Each in proportion to its rows, so that a long list keeps more of the height than a short one.
+int growth(const nxsim::DlgElement& element) {
+    if (element.kind == ItemKind::SingleSelectList || element.kind == ItemKind::MultiTextBox) {
+        return std::max(1, element.rows);
+    }
+    int sum = 0;
+    for (const nxsim::DlgElement& child : element.children) {
+        sum += growth(child);
+    }
+    return sum;
+}
+
+// Lays out `widget` of `element` in a column: with stretch when it grows. The spacer at the end of
+// the column takes the height only when nothing shown grows (a hidden widget has no share).
+void addToColumn(QBoxLayout* layout, const nxsim::DlgElement& element, QWidget* widget) {
+    layout->addWidget(widget, growth(element));
+}
+
+bool isTextEntry(const QWidget* widget) {
+    return qobject_cast<const QLineEdit*>(widget) || qobject_cast<const QPlainTextEdit*>(widget) ||
+           qobject_cast<const QSpinBox*>(widget);
+}
+
+bool isChooser(const QWidget* widget) {
+    return qobject_cast<const QComboBox*>(widget) || qobject_cast<const QListWidget*>(widget) ||
+           qobject_cast<const QCheckBox*>(widget) || qobject_cast<const QGroupBox*>(widget);
+}
+
+// The mnemonic candidates of a label: the first letters of its words, then its other letters
+// and digits, lower case, in order.
+std::vector<QChar> mnemonicCandidates(const std::string& label) {
+    const QString text = qs(label);
+    std::vector<QChar> first;
+    std::vector<QChar> other;
+    for (int i = 0; i < text.size(); ++i) {
+        const QChar c = text[i].toLower();
+        if (!c.isLetterOrNumber() || c.unicode() > 127) {
+            continue;
+        }
+        const bool wordStart = i == 0 || !text[i - 1].isLetterOrNumber();
+        (wordStart ? first : other).push_back(c);
+    }
+    first.insert(first.end(), other.begin(), other.end());
+    return first;
+}
+
 // Text controls sit beside their caption; lists and multi-line texts below it.
 bool captionBeside(ItemKind kind) {
     return kind == ItemKind::StringItem || kind == ItemKind::WideString ||
@@ -81,19 +130,22 @@ bool captionBeside(ItemKind kind) {
 DialogWindow::DialogWindow(nxsim::RuntimeDialog& dialog, bool interactive, QWidget* parent)
     : QDialog(parent), m_dialog(dialog), m_interactive(interactive) {
     setObjectName(qs(dialog.journalName()));
-    setModal(true);
+    // Modal to the windows below it only: the listing window stays usable beside it.
+    setWindowModality(Qt::WindowModal);
     setSizeGripEnabled(true);
     auto* layout = new QVBoxLayout(this);
     for (const nxsim::DlgElement& element : dialog.layout().elements) {
         if (QWidget* widget = build(element)) {
-            layout->addWidget(widget);
+            addToColumn(layout, element, widget);
         }
     }
-    layout->addStretch(1);
+    layout->addStretch(0);
     buildNavigation(layout);
+    assignMnemonics();
     refreshAll();
     alignCaptions();
     refreshDialog();
+    fixWidth();
     m_dialog.addObserver(this);
 }
 
@@ -114,12 +166,20 @@ QWidget* DialogWindow::build(const nxsim::DlgElement& element) {
             auto* pageLayout = new QVBoxLayout(pageWidget);
             for (const nxsim::DlgElement& child : page.children) {
                 if (QWidget* widget = build(child)) {
-                    pageLayout->addWidget(widget);
+                    addToColumn(pageLayout, child, widget);
                 }
             }
-            pageLayout->addStretch(1);
+            pageLayout->addStretch(0);
             tabs->addTab(pageWidget, qs(page.label));
+            if (!page.tooltip.empty()) {
+                tabs->setTabToolTip(tabs->count() - 1, qs(page.tooltip));
+            }
         }
+        std::vector<std::string> labels;
+        for (const nxsim::DlgElement& page : element.children) {
+            labels.push_back(page.label);
+        }
+        m_tabs.emplace_back(tabs, labels);
         return tabs;
     }
     case ItemKind::Row: {
@@ -153,8 +213,10 @@ QWidget* DialogWindow::buildItem(const nxsim::DlgElement& element, RuntimeItem& 
     switch (element.kind) {
     case ItemKind::PushButton: {
         auto* button = new QPushButton;
-        // Enter in a text field fires that field's activate event, never a button.
+        // Enter in a text field fires that field's activate event, never a button; Enter on a
+        // button presses it (see eventFilter).
         button->setAutoDefault(false);
+        button->installEventFilter(this);
         control = button;
         break;
     }
@@ -190,6 +252,9 @@ QWidget* DialogWindow::buildItem(const nxsim::DlgElement& element, RuntimeItem& 
     }
     case ItemKind::MultiTextBox: {
         auto* edit = new QPlainTextEdit;
+        // Tab moves on, as in every other field; Ctrl+Tab types a tab (see eventFilter).
+        edit->setTabChangesFocus(true);
+        edit->installEventFilter(this);
         if (element.rows > 0) {
             edit->setMinimumHeight(edit->fontMetrics().lineSpacing() * element.rows + 12);
         }
@@ -222,9 +287,10 @@ QWidget* DialogWindow::buildItem(const nxsim::DlgElement& element, RuntimeItem& 
         auto* groupLayout = new QVBoxLayout(group);
         for (const nxsim::DlgElement& child : element.children) {
             if (QWidget* widget = build(child)) {
-                groupLayout->addWidget(widget);
+                addToColumn(groupLayout, child, widget);
             }
         }
+        groupLayout->addStretch(0);
         control = group;
         break;
     }
@@ -238,6 +304,9 @@ QWidget* DialogWindow::buildItem(const nxsim::DlgElement& element, RuntimeItem& 
         return nullptr;
     }
     control->setObjectName(qs(item.name()));
+    if (!element.tooltip.empty()) {
+        control->setToolTip(qs(element.tooltip));
+    }
     if (element.kind != ItemKind::SingleSelectList && element.kind != ItemKind::MultiTextBox) {
         setWidthHint(control, element.width);
     } else if (element.width > 0) {
@@ -256,6 +325,7 @@ QWidget* DialogWindow::buildItem(const nxsim::DlgElement& element, RuntimeItem& 
         boxLayout->setContentsMargins(0, 0, 0, 0);
         view.caption = new QLabel;
         view.caption->setBuddy(control);
+        view.caption->setToolTip(control->toolTip());
         boxLayout->addWidget(view.caption);
         boxLayout->addWidget(control, 1);
         view.container = box;
@@ -288,6 +358,222 @@ void DialogWindow::alignCaptions() {
     }
 }
 
+void DialogWindow::assignMnemonics() {
+    // A letter is unique among the controls that can be shown together: those outside tab
+    // pages and those of one page (a control on a hidden page takes no keys). OK comes first,
+    // so that Alt+O is OK in every dialog; then the tab pages, the controls outside pages and
+    // those on pages, each in file order; Apply, Back and Cancel (which Escape presses) take
+    // what is left.
+    struct Labelled {
+        std::string key;
+        std::string label;
+        std::vector<int> scope;
+    };
+    std::vector<Labelled> pages;
+    std::vector<Labelled> common;
+    std::vector<Labelled> onPages;
+    std::vector<int> scope;
+    int pageCount = 0;
+    std::function<void(const nxsim::DlgElement&)> visit = [&](const nxsim::DlgElement& e) {
+        if (e.kind == ItemKind::TabPage) {
+            pages.push_back({"page:" + e.label, e.label, scope});
+            scope.push_back(pageCount++);
+        } else if (const RuntimeItem* item = m_dialog.itemFor(e)) {
+            auto it = m_views.find(item);
+            const bool labelled =
+                it != m_views.end() && (it->second.caption || e.kind == ItemKind::PushButton ||
+                                        e.kind == ItemKind::Toggle || e.kind == ItemKind::RadioBox);
+            if (labelled) {
+                (scope.empty() ? common : onPages).push_back({item->name(), item->label(), scope});
+            }
+        }
+        for (const nxsim::DlgElement& child : e.children) {
+            visit(child);
+        }
+        if (e.kind == ItemKind::TabPage) {
+            scope.pop_back();
+        }
+    };
+    for (const nxsim::DlgElement& element : m_dialog.layout().elements) {
+        visit(element);
+    }
+    if (m_navigation[0]) {
+        assignMnemonic("navigation:OK", "OK", {});
+    }
+    for (const auto* group : {&pages, &common, &onPages}) {
+        for (const Labelled& l : *group) {
+            assignMnemonic(l.key, l.label, l.scope);
+        }
+    }
+    const char* texts[4] = {"OK", "Apply", "Back", "Cancel"};
+    for (int i = 1; i < 4; ++i) {
+        if (m_navigation[i]) {
+            assignMnemonic(std::string("navigation:") + texts[i], texts[i], {});
+            m_navigation[i]->setText(withMnemonic(std::string("navigation:") + texts[i], texts[i]));
+        }
+    }
+    if (m_navigation[0]) {
+        m_navigation[0]->setText(withMnemonic("navigation:OK", "OK"));
+    }
+    for (const auto& tabs : m_tabs) {
+        for (std::size_t i = 0; i < tabs.second.size(); ++i) {
+            tabs.first->setTabText(static_cast<int>(i),
+                                   withMnemonic("page:" + tabs.second[i], tabs.second[i]));
+        }
+    }
+}
+
+bool DialogWindow::mnemonicsClash(const std::string& a, const std::string& b) const {
+    const std::vector<int>& sa = m_scopeOf.at(a);
+    const std::vector<int>& sb = m_scopeOf.at(b);
+    // Shown together when one's pages are the start of the other's.
+    const std::size_t n = std::min(sa.size(), sb.size());
+    return std::equal(sa.begin(), sa.begin() + static_cast<std::ptrdiff_t>(n), sb.begin());
+}
+
+void DialogWindow::assignMnemonic(const std::string& key, const std::string& label,
+                                  const std::vector<int>& scope) {
+    if (m_mnemonicOf.count(key)) {
+        return;
+    }
+    m_scopeOf[key] = scope;
+    m_labelOf[key] = label;
+    std::set<std::string> visited;
+    placeMnemonic(key, visited);
+}
+
+bool DialogWindow::placeMnemonic(const std::string& key, std::set<std::string>& visited) {
+    visited.insert(key);
+    const std::vector<QChar> candidates = mnemonicCandidates(m_labelOf[key]);
+    auto holdersOf = [&](QChar c) {
+        std::vector<std::string> holders;
+        for (const auto& other : m_mnemonicOf) {
+            if (other.second == c && other.first != key && mnemonicsClash(key, other.first)) {
+                holders.push_back(other.first);
+            }
+        }
+        return holders;
+    };
+    // A free letter of the label, the best first.
+    for (QChar c : candidates) {
+        if (holdersOf(c).empty()) {
+            m_mnemonicOf[key] = c;
+            return true;
+        }
+    }
+    // Else a letter whose one holder can move to another letter of its own label, so that as
+    // many controls as possible get one (OK keeps its O).
+    for (QChar c : candidates) {
+        const std::vector<std::string> holders = holdersOf(c);
+        if (holders.size() != 1 || visited.count(holders[0]) || holders[0] == "navigation:OK") {
+            continue;
+        }
+        const std::string& holder = holders[0];
+        m_mnemonicOf[key] = c;
+        m_mnemonicOf.erase(holder);
+        if (placeMnemonic(holder, visited)) {
+            return true;
+        }
+        m_mnemonicOf[holder] = c;
+        m_mnemonicOf.erase(key);
+    }
+    return false;
+}
+
+QString DialogWindow::withMnemonic(const std::string& key, const std::string& label) {
+    const QString text = qs(label);
+    auto it = m_mnemonicOf.find(key);
+    if (it != m_mnemonicOf.end() && !text.contains(it->second, Qt::CaseInsensitive)) {
+        // The program gave the control another label: it gets a letter of the new one, never
+        // one that another control shows.
+        m_mnemonicOf.erase(it);
+        it = m_mnemonicOf.end();
+    }
+    if (it == m_mnemonicOf.end()) {
+        auto scope = m_scopeOf.find(key);
+        m_scopeOf[key] = scope == m_scopeOf.end() ? std::vector<int>() : scope->second;
+        m_labelOf[key] = label;
+        for (QChar c : mnemonicCandidates(label)) {
+            const bool taken =
+                std::any_of(m_mnemonicOf.begin(), m_mnemonicOf.end(), [&](const auto& other) {
+                    return other.second == c && mnemonicsClash(key, other.first);
+                });
+            if (!taken) {
+                m_mnemonicOf[key] = c;
+                break;
+            }
+        }
+        it = m_mnemonicOf.find(key);
+    }
+    int at = -1;
+    if (it != m_mnemonicOf.end()) {
+        for (int i = 0; i < text.size() && at < 0; ++i) {
+            const bool wordStart = i == 0 || !text[i - 1].isLetterOrNumber();
+            if (wordStart && text[i].toLower() == it->second) {
+                at = i;
+            }
+        }
+        if (at < 0) {
+            at = static_cast<int>(text.indexOf(it->second, 0, Qt::CaseInsensitive));
+        }
+    }
+    QString marked;
+    for (int i = 0; i < text.size(); ++i) {
+        if (i == at) {
+            marked += '&';
+        }
+        marked += text[i];
+        if (text[i] == '&') {
+            marked += '&';
+        }
+    }
+    return marked;
+}
+
+QChar DialogWindow::mnemonic(const std::string& key) const {
+    auto it = m_mnemonicOf.find(key);
+    return it == m_mnemonicOf.end() ? QChar() : it->second;
+}
+
+void DialogWindow::fixWidth() {
+    // Sizes are only right once the style has polished the widgets.
+    ensurePolished();
+    std::vector<QWidget*> hidden;
+    for (const auto& entry : m_views) {
+        if (entry.second.container->isHidden()) {
+            hidden.push_back(entry.second.container);
+            entry.second.container->setVisible(true);
+        }
+    }
+    // The layouts of a window not shown yet keep the sizes they saw last: they must look again.
+    auto invalidateLayouts = [this] {
+        for (QWidget* w : findChildren<QWidget*>()) {
+            w->updateGeometry();
+        }
+        for (QLayout* l : findChildren<QLayout*>()) {
+            l->invalidate();
+        }
+    };
+    invalidateLayouts();
+    const int fullMinimum = layout()->minimumSize().width();
+    for (QWidget* widget : hidden) {
+        widget->setVisible(false);
+    }
+    invalidateLayouts();
+    // A strut as wide as the dialog with everything shown: hiding a control leaves the width,
+    // and a label the program makes longer still widens the dialog. The first size is left to
+    // Qt (the contents' wish, within the screen).
+    const int fromFile = fontMetrics().averageCharWidth() * m_dialog.layout().width;
+    const int margins = layout()->contentsMargins().left() + layout()->contentsMargins().right();
+    static_cast<QBoxLayout*>(layout())->addSpacing(0);
+    layout()
+        ->itemAt(layout()->count() - 1)
+        ->spacerItem()
+        ->changeSize(std::max(fullMinimum, fromFile) - margins, 0, QSizePolicy::Fixed,
+                     QSizePolicy::Fixed);
+    layout()->invalidate();
+}
+
 void DialogWindow::buildNavigation(QBoxLayout* layout) {
     const nxsim::DlgNavigation& nav = m_dialog.layout().navigation;
     const bool present[4] = {nav.ok, nav.apply, nav.back, nav.cancel};
@@ -300,6 +586,7 @@ void DialogWindow::buildNavigation(QBoxLayout* layout) {
         }
         auto* button = new QPushButton(tr(texts[i]));
         button->setAutoDefault(false);
+        button->installEventFilter(this);
         button->setObjectName(QString("navigation_") + texts[i]);
         m_navigation[i] = button;
         row->addWidget(button);
@@ -429,12 +716,12 @@ void DialogWindow::refresh(const View& view) {
     view.container->setVisible(item.visible());
     view.container->setEnabled(item.sensitive());
     if (view.caption) {
-        view.caption->setText(qs(item.label()));
+        view.caption->setText(withMnemonic(item.name(), item.label()));
         view.caption->setVisible(!item.label().empty());
     }
     switch (item.kind()) {
     case ItemKind::PushButton:
-        static_cast<QPushButton*>(view.control)->setText(qs(item.label()));
+        static_cast<QPushButton*>(view.control)->setText(withMnemonic(item.name(), item.label()));
         break;
     case ItemKind::SingleSelectList: {
         auto* list = static_cast<QListWidget*>(view.control);
@@ -476,7 +763,7 @@ void DialogWindow::refresh(const View& view) {
     }
     case ItemKind::RadioBox: {
         auto* box = static_cast<QGroupBox*>(view.control);
-        box->setTitle(qs(item.label()));
+        box->setTitle(withMnemonic(item.name(), item.label()));
         const QList<QAbstractButton*> buttons = view.radios->buttons();
         for (int i = 0; i < buttons.size(); ++i) {
             QAbstractButton* button = view.radios->button(i);
@@ -484,7 +771,7 @@ void DialogWindow::refresh(const View& view) {
                 continue;
             }
             if (i < static_cast<int>(item.entries().size())) {
-                button->setText(qs(item.entries()[static_cast<std::size_t>(i)]));
+                button->setText(qs(item.entries()[static_cast<std::size_t>(i)]).replace('&', "&&"));
             }
             button->setEnabled(item.entrySensitive(i));
             button->setChecked(i == item.intValue());
@@ -518,7 +805,7 @@ void DialogWindow::refresh(const View& view) {
     }
     case ItemKind::Toggle: {
         auto* check = static_cast<QCheckBox*>(view.control);
-        check->setText(qs(item.label()));
+        check->setText(withMnemonic(item.name(), item.label()));
         check->setChecked(item.toggleValue());
         break;
     }
@@ -529,7 +816,7 @@ void DialogWindow::refresh(const View& view) {
         break;
     }
     case ItemKind::GroupBox:
-        static_cast<QGroupBox*>(view.control)->setTitle(qs(item.label()));
+        static_cast<QGroupBox*>(view.control)->setTitle(qs(item.label()).replace('&', "&&"));
         break;
     case ItemKind::LabelItem:
         static_cast<QLabel*>(view.control)->setText(qs(item.label()));
@@ -563,6 +850,35 @@ void DialogWindow::refreshDialog() {
     if (!otherChange || m_dialog.focus() != m_focusShown) {
         applyFocus();
     }
+}
+
+QWidget* DialogWindow::firstInputControl() const {
+    QWidget* chooser = nullptr;
+    QWidget* button = nullptr;
+    for (const auto& item : m_dialog.items()) {
+        auto it = m_views.find(item.get());
+        if (it == m_views.end()) {
+            continue;
+        }
+        QWidget* control = it->second.control;
+        // Controls of the tab pages not shown are hidden with their page.
+        if (!control->isVisibleTo(this) || !control->isEnabled()) {
+            continue;
+        }
+        if (isTextEntry(control)) {
+            return control;
+        }
+        if (item->kind() == ItemKind::RadioBox) {
+            if (!chooser && it->second.radios->checkedButton()) {
+                chooser = it->second.radios->checkedButton();
+            }
+        } else if (!chooser && isChooser(control) && item->kind() != ItemKind::GroupBox) {
+            chooser = control;
+        } else if (!button && qobject_cast<QPushButton*>(control)) {
+            button = control;
+        }
+    }
+    return chooser ? chooser : button;
 }
 
 void DialogWindow::applyFocus() {
@@ -644,6 +960,12 @@ void DialogWindow::dialogEnded(const nxsim::RuntimeDialog& /*dialog*/) {
 }
 
 void DialogWindow::reject() {
+    // The same path as the Cancel button, so that Escape and the close box never do more or
+    // less than Cancel does.
+    if (m_navigation[3] && m_dialog.navigationSensitive(3)) {
+        act(step(StepKind::Cancel), [this] { m_dialog.cancel(); });
+        return;
+    }
     act(step(StepKind::Close), [this] { m_dialog.close(); });
 }
 
@@ -657,7 +979,36 @@ void DialogWindow::closeEvent(QCloseEvent* event) {
 
 void DialogWindow::showEvent(QShowEvent* event) {
     QDialog::showEvent(event);
-    applyFocus();
+    if (m_dialog.focus()) {
+        applyFocus();
+    } else if (QWidget* first = firstInputControl()) {
+        // Never the tab bar or a menu before the field to type into.
+        first->setFocus(Qt::OtherFocusReason);
+    }
+}
+
+bool DialogWindow::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() != QEvent::KeyPress) {
+        return QDialog::eventFilter(watched, event);
+    }
+    auto* key = static_cast<QKeyEvent*>(event);
+    if (auto* edit = qobject_cast<QPlainTextEdit*>(watched)) {
+        if (key->key() == Qt::Key_Tab && key->modifiers() == Qt::ControlModifier) {
+            if (!edit->isReadOnly()) {
+                edit->insertPlainText("\t");
+            }
+            return true;
+        }
+    } else if (auto* button = qobject_cast<QPushButton*>(watched)) {
+        if ((key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter) &&
+            (key->modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier) {
+            if (button->isEnabled()) {
+                button->click();
+            }
+            return true;
+        }
+    }
+    return QDialog::eventFilter(watched, event);
 }
 
 JournalStep DialogWindow::step(StepKind kind, const std::string& item) const {

@@ -9,12 +9,15 @@
 #include <exception>
 #include <functional>
 #include <map>
+#include <set>
 #include <string>
+#include <vector>
 
 class QBoxLayout;
 class QButtonGroup;
 class QLabel;
 class QPushButton;
+class QTabWidget;
 
 namespace QorfmtHost {
 
@@ -53,6 +56,19 @@ public:
     /// The exception that a handler threw during the user's last action, if any (taken once).
     std::exception_ptr takeError();
 
+    /// The mnemonic letter (lower case) of an item's label, of a tab page's label ("page:LABEL")
+    /// or of a navigation button ("navigation:Apply"); null when it has none.
+    QChar mnemonic(const std::string& key) const;
+    /// Every mnemonic letter of the dialog by what carries it (the keys of mnemonic()).
+    const std::map<std::string, QChar>& mnemonics() const { return m_mnemonicOf; }
+    /// Whether the two can be shown at once (not on different tab pages), so that their letters
+    /// must differ.
+    bool mnemonicsClash(const std::string& a, const std::string& b) const;
+    /// The control that gets the focus when the dialog is shown and the program put it nowhere:
+    /// the first field to type into on the shown page, else the first list or menu to choose
+    /// from, else the first button; null when none can take it.
+    QWidget* firstInputControl() const;
+
     void itemChanged(const nxsim::RuntimeItem& item) override;
     void dialogChanged(const nxsim::RuntimeDialog& dialog) override;
     void dialogEnded(const nxsim::RuntimeDialog& dialog) override;
@@ -68,9 +84,12 @@ signals:
     void activity();
 
 protected:
+    /// Escape and the close box: Cancel when the dialog has a sensitive Cancel button, else the
+    /// window's close.
     void reject() override;
     void closeEvent(QCloseEvent* event) override;
     void showEvent(QShowEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     struct View {
@@ -87,6 +106,19 @@ private:
     QWidget* buildItem(const nxsim::DlgElement& element, nxsim::RuntimeItem& item);
     void buildNavigation(QBoxLayout* layout);
     void alignCaptions();
+    /// Gives every labelled control a mnemonic letter, in file order, none used twice.
+    void assignMnemonics();
+    /// `scope`: the tab pages (numbered in file order) that the control is on, outermost first.
+    void assignMnemonic(const std::string& key, const std::string& label,
+                        const std::vector<int>& scope);
+    /// Gives `key` a letter of its label, moving other controls' letters where that helps;
+    /// false when none is left.
+    bool placeMnemonic(const std::string& key, std::set<std::string>& visited);
+    /// The label with its mnemonic marked ('&'), the rest escaped.
+    QString withMnemonic(const std::string& key, const std::string& label);
+    /// Keeps the width that the dialog needs with every control shown, so that showing or hiding
+    /// one never changes it.
+    void fixWidth();
     void connectItem(View& view);
     void refresh(const View& view);
     void refreshAll();
@@ -114,6 +146,11 @@ private:
     QPushButton* m_navigation[4] = {nullptr, nullptr, nullptr, nullptr};
     const nxsim::RuntimeItem* m_focusShown = nullptr; ///< the focus item last applied
     const nxsim::RuntimeItem* m_typing = nullptr;     ///< the item whose text the user types
+    std::map<std::string, QChar> m_mnemonicOf;
+    std::map<std::string, std::vector<int>> m_scopeOf; ///< tab pages of each mnemonic's control
+    std::map<std::string, std::string> m_labelOf;      ///< the label each mnemonic comes from
+    /// The tab widgets with the label of each page, for their mnemonics.
+    std::vector<std::pair<QTabWidget*, std::vector<std::string>>> m_tabs;
 };
 
 } // namespace QorfmtHost

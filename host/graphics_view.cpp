@@ -85,6 +85,8 @@ void GraphicsView::beginPick(PickMode mode, const QString& prompt) {
 
 void GraphicsView::endPick() {
     m_mode = PickMode::None;
+    m_snap.reset();
+    m_hoverTag = 0;
     m_prompt.clear();
     unsetCursor();
     update();
@@ -182,6 +184,57 @@ const nxsim::SimObject* GraphicsView::objectNear(const QPointF& screen, double t
     return best;
 }
 
+std::optional<QPointF> GraphicsView::snapPointNear(const QPointF& screen, double tolerance) const {
+    std::optional<QPointF> best;
+    if (!m_part) {
+        return best;
+    }
+    double bestDistance = tolerance;
+    auto consider = [&](double x, double y) {
+        const QPointF s = toScreen(x, y);
+        const double d = std::hypot(screen.x() - s.x(), screen.y() - s.y());
+        if (d <= bestDistance) {
+            bestDistance = d;
+            best = QPointF(x, y);
+        }
+    };
+    for (const nxsim::SimObject& o : m_part->objects) {
+        consider(o.start[0], o.start[1]);
+        if (o.type == nxsim::SimObject::Line) {
+            consider(o.end[0], o.end[1]);
+        }
+    }
+    return best;
+}
+
+void GraphicsView::track(const QPointF& screen, Qt::KeyboardModifiers modifiers) {
+    m_cursor = screen;
+    const std::optional<QPointF> snap =
+        m_mode == PickMode::Point && !(modifiers & Qt::ShiftModifier) ? snapPointNear(screen)
+                                                                      : std::nullopt;
+    const nxsim::SimObject* near = objectNear(screen);
+    const unsigned int hover = m_mode == PickMode::Object && near ? near->tag : 0;
+    if (snap != m_snap || hover != m_hoverTag) {
+        m_snap = snap;
+        m_hoverTag = hover;
+        update();
+    }
+    QString text;
+    if (m_snap) {
+        // The exact coordinates that a click takes, as many digits as they have.
+        text = tr("Snap X %1  Y %2")
+                   .arg(QString::number(m_snap->x(), 'g', 12))
+                   .arg(QString::number(m_snap->y(), 'g', 12));
+    } else {
+        const QPointF p = toPart(screen);
+        text = tr("X %1  Y %2").arg(p.x(), 0, 'f', 2).arg(p.y(), 0, 'f', 2);
+    }
+    if (near) {
+        text += tr("  object %1").arg(near->tag);
+    }
+    emit hovered(text);
+}
+
 void GraphicsView::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
@@ -205,7 +258,11 @@ void GraphicsView::paintEvent(QPaintEvent* /*event*/) {
         }
         for (const nxsim::SimObject& o : m_part->objects) {
             const bool lit = nxsim::highlighted(o.tag);
-            QPen pen(lit ? QColor(255, 128, 0) : QColor(20, 60, 170), lit ? 3.0 : 1.5);
+            const bool hovered = o.tag == m_hoverTag;
+            QPen pen(hovered ? QColor(0, 170, 200)
+                     : lit   ? QColor(255, 128, 0)
+                             : QColor(20, 60, 170),
+                     hovered || lit ? 3.0 : 1.5);
             painter.setPen(pen);
             const QPointF a = toScreen(o.start[0], o.start[1]);
             if (o.type == nxsim::SimObject::Line) {
@@ -220,6 +277,11 @@ void GraphicsView::paintEvent(QPaintEvent* /*event*/) {
             const QPointF m = toScreen(m_marker->x(), m_marker->y());
             painter.drawEllipse(m, 5.0, 5.0);
         }
+        if (m_snap) {
+            painter.setPen(QPen(QColor(0, 150, 60), 2.0));
+            const QPointF m = toScreen(m_snap->x(), m_snap->y());
+            painter.drawRect(QRectF(m - QPointF(6, 6), m + QPointF(6, 6)));
+        }
         painter.setPen(Qt::white);
         painter.drawText(QRectF(8, 4, width() - 16, 20), Qt::AlignLeft,
                          QString::fromStdString(m_file));
@@ -229,7 +291,10 @@ void GraphicsView::paintEvent(QPaintEvent* /*event*/) {
         painter.fillRect(banner, QColor(255, 244, 180));
         painter.setPen(Qt::black);
         painter.drawText(banner.adjusted(8, 0, -8, 0), Qt::AlignVCenter,
-                         m_prompt + tr("  (click; Esc or right click cancels)"));
+                         m_prompt + (m_mode == PickMode::Point
+                                         ? tr("  (click; Shift+click: no snapping; Esc or right "
+                                              "click cancels)")
+                                         : tr("  (click; Esc or right click cancels)")));
     }
 }
 
@@ -246,7 +311,9 @@ void GraphicsView::mousePressEvent(QMouseEvent* event) {
     }
     const QPointF position = event->position();
     if (m_mode == PickMode::Point) {
-        const QPointF p = toPart(position);
+        const std::optional<QPointF> snap =
+            event->modifiers() & Qt::ShiftModifier ? std::nullopt : snapPointNear(position);
+        const QPointF p = snap ? *snap : toPart(position);
         markPoint(p.x(), p.y());
         emit pointPicked(p.x(), p.y());
     } else if (const nxsim::SimObject* o = objectNear(position)) {
@@ -255,18 +322,35 @@ void GraphicsView::mousePressEvent(QMouseEvent* event) {
 }
 
 void GraphicsView::mouseMoveEvent(QMouseEvent* event) {
-    const QPointF p = toPart(event->position());
-    QString text = tr("X %1  Y %2").arg(p.x(), 0, 'f', 2).arg(p.y(), 0, 'f', 2);
-    if (const nxsim::SimObject* o = objectNear(event->position())) {
-        text += tr("  object %1").arg(o->tag);
+    track(event->position(), event->modifiers());
+}
+
+void GraphicsView::leaveEvent(QEvent* event) {
+    m_cursor.reset();
+    if (m_snap || m_hoverTag) {
+        m_snap.reset();
+        m_hoverTag = 0;
+        update();
     }
-    emit hovered(text);
+    QWidget::leaveEvent(event);
+}
+
+void GraphicsView::keyReleaseEvent(QKeyEvent* event) {
+    // Shift pressed or released while the cursor rests: the snap target follows at once.
+    if (m_cursor && event->key() == Qt::Key_Shift) {
+        track(*m_cursor, event->modifiers() & ~Qt::ShiftModifier);
+    }
+    QWidget::keyReleaseEvent(event);
 }
 
 void GraphicsView::keyPressEvent(QKeyEvent* event) {
     if (m_mode != PickMode::None && event->key() == Qt::Key_Escape) {
         emit pickCancelled();
         return;
+    }
+    // The modifiers of a Shift key event are not reliable across platforms; the key says it.
+    if (m_cursor && event->key() == Qt::Key_Shift) {
+        track(*m_cursor, event->modifiers() | Qt::ShiftModifier);
     }
     QWidget::keyPressEvent(event);
 }

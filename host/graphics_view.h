@@ -44,6 +44,13 @@ public:
     QPointF toPart(const QPointF& screen) const;
     /// The object drawn within `tolerance` pixels of `screen`, null when none.
     const nxsim::SimObject* objectNear(const QPointF& screen, double tolerance = 8.0) const;
+    /// The point of the part (a point object or a line's end) nearest to `screen` within
+    /// `tolerance` pixels, in part coordinates: what a position pick snaps to.
+    std::optional<QPointF> snapPointNear(const QPointF& screen, double tolerance = 8.0) const;
+    /// What a position pick shows as its snap target now, in part coordinates.
+    const std::optional<QPointF>& snapTarget() const { return m_snap; }
+    /// The object an object selection would take now (highlighted), 0 for none.
+    unsigned int hoveredObject() const { return m_hoverTag; }
 
     QSize sizeHint() const override { return {640, 440}; }
 
@@ -59,6 +66,8 @@ protected:
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    void keyReleaseEvent(QKeyEvent* event) override;
+    void leaveEvent(QEvent* event) override;
 
 private:
     struct Transform {
@@ -68,6 +77,8 @@ private:
     };
     Transform transform() const;
     const nxsim::SimDrawing* drawing() const;
+    /// Follows the cursor at `screen`: snap target or object under it, and the status text.
+    void track(const QPointF& screen, Qt::KeyboardModifiers modifiers);
 
     std::string m_file;
     std::optional<nxsim::SimPart> m_part;
@@ -75,6 +86,9 @@ private:
     PickMode m_mode = PickMode::None;
     QString m_prompt;
     std::optional<QPointF> m_marker;
+    std::optional<QPointF> m_snap;
+    unsigned int m_hoverTag = 0;
+    std::optional<QPointF> m_cursor;         ///< last cursor position, screen
     std::vector<unsigned int> m_highlighted; ///< as last drawn
 };
 

@@ -51,10 +51,11 @@ HostOptions parseHostOptions(const std::vector<std::string>& arguments) {
     const QCommandLineOption offscreen("offscreen", "Qt's offscreen platform.");
     const QCommandLineOption screenshots("screenshots", "Folder for pictures.", "DIR");
     const QCommandLineOption noRun("no-run", "Do not run the library at start.");
+    const QCommandLineOption resetLayout("reset-layout", "Forget the kept window geometry.");
     const QCommandLineOption pause("pause", "Time each replayed dialog stays.", "MS");
     const QList<QCommandLineOption> valueOptions = {site,   configuration, searchPath,  library,
                                                     replay, record,        screenshots, pause};
-    parser.addOptions({help, version, offscreen, noRun});
+    parser.addOptions({help, version, offscreen, noRun, resetLayout});
     parser.addOptions(valueOptions);
 
     QStringList list{"qorfmt-host"};
@@ -107,6 +108,7 @@ HostOptions parseHostOptions(const std::vector<std::string>& arguments) {
     options.screenshots = last(screenshots);
     options.offscreen = parser.isSet(offscreen);
     options.runAtStart = !parser.isSet(noRun);
+    options.resetLayout = parser.isSet(resetLayout);
     options.help = parser.isSet(help);
     options.version = parser.isSet(version);
     if (parser.isSet(pause)) {
@@ -141,6 +143,7 @@ std::string usageText() {
     return "usage: qorfmt-host [--site DIR] [--configuration NAME] [--search-path DIRS]\n"
            "                   [--library FILE] [--replay JOURNAL] [--record JOURNAL]\n"
            "                   [--offscreen] [--screenshots DIR] [--no-run] [--pause MS]\n"
+           "                   [--reset-layout]\n"
            "       qorfmt-host --help | --version\n"
            "\n"
            "  --site DIR           installation directory of the configurator\n"
@@ -159,6 +162,8 @@ std::string usageText() {
            "  --no-run             do not run the library at start\n"
            "  --pause MS           with --replay on a display: keep each dialog, box and\n"
            "                       picker on screen for MS milliseconds (default 0)\n"
+           "  --reset-layout       forget where the windows and dialogs were left and how\n"
+           "                       large they were\n"
            "  -h, --help           print this text\n"
            "  --version            print the version\n";
 }

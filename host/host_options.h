@@ -19,6 +19,7 @@ struct HostOptions {
     bool offscreen = false;
     boost::filesystem::path screenshots; ///< directory for PNGs, empty for none
     bool runAtStart = true;              ///< run the library once the window is up
+    bool resetLayout = false;            ///< forget the kept geometry of windows and dialogs
     int pauseMs = 0; ///< with --replay: how long each dialog, box and picker stays on screen
     bool help = false;
     bool version = false;

@@ -13,7 +13,8 @@ ListPicker::ListPicker(const std::string& title, const std::string& prompt,
     : QDialog(parent), m_list(new QListWidget) {
     setWindowTitle(QString::fromStdString(title));
     setObjectName("list_picker");
-    setModal(true);
+    // Modal to the dialog that asks, not to the listing window.
+    setWindowModality(Qt::WindowModal);
     auto* layout = new QVBoxLayout(this);
     if (!prompt.empty()) {
         layout->addWidget(new QLabel(QString::fromStdString(prompt)));
@@ -29,6 +30,12 @@ ListPicker::ListPicker(const std::string& title, const std::string& prompt,
     layout->addWidget(buttons);
     QPushButton* ok = buttons->button(QDialogButtonBox::Ok);
     ok->setEnabled(m_list->currentRow() >= 0);
+    if (items.empty()) {
+        // Nothing to choose: the empty list is shown as it is, and Cancel is the only way out.
+        ok->hide();
+        m_list->setEnabled(false);
+        buttons->button(QDialogButtonBox::Cancel)->setFocus();
+    }
     connect(m_list, &QListWidget::currentRowChanged, ok,
             [ok](int row) { ok->setEnabled(row >= 0); });
     connect(m_list, &QListWidget::itemDoubleClicked, this, &QDialog::accept);

@@ -9,7 +9,8 @@ class QListWidget;
 
 namespace QorfmtHost {
 
-/// The platform's list picker: a prompt, a list and OK / Cancel. A double-click chooses.
+/// The platform's list picker: a prompt, a list and OK / Cancel. A double-click chooses. Given no
+/// entries it shows its title, prompt and empty list with Cancel only.
 class ListPicker : public QDialog {
     Q_OBJECT
 

@@ -3,10 +3,12 @@
 
 #include "host_options.h"
 #include "host_session.h"
+#include "listing_window.h"
 #include "main_window.h"
 #include "qt_presenter.h"
 #include "screenshots.h"
 #include "session_recorder.h"
+#include "window_layout.h"
 
 #include <nxsim/presenter.h>
 
@@ -24,11 +26,15 @@ using namespace QorfmtHost;
 
 namespace {
 
-// The main window at the end of a replay or an offscreen run: listing, cue line and graphics.
+// The main window at the end of a replay or an offscreen run (cue line and graphics), and the
+// listing window when something was written to it.
 void saveFinalPicture(MainWindow& window, Screenshots& screenshots) {
     try {
         window.refreshPlatform();
         screenshots.save(window, "main_window");
+        if (window.listingWindow().isVisible()) {
+            screenshots.save(window.listingWindow(), "listing_window");
+        }
     } catch (const std::exception& e) {
         std::cerr << "qorfmt-host: " << e.what() << '\n';
     }
@@ -65,7 +71,11 @@ int main(int argc, char** argv) {
     }
 
     QApplication app(argc, argv);
+    QApplication::setOrganizationName("qorfmt");
     QApplication::setApplicationName("qorfmt-host");
+    if (options.resetLayout) {
+        WindowLayout::forget();
+    }
     applyDefaults(options, fs::path(QCoreApplication::applicationDirPath().toStdString()));
     try {
         applySetup(options);
@@ -89,6 +99,9 @@ int main(int argc, char** argv) {
     QtPresenter& presenter = window.presenter();
     // Every modal request of the platform, also outside a run, goes to the windows.
     nxsim::setPresenter(&presenter);
+    if (options.replay.empty() && !options.offscreen) {
+        window.keepLayout();
+    }
     window.show();
 
     int exitCode = 0;

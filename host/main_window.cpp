@@ -1,6 +1,7 @@
 #include "main_window.h"
 
 #include "graphics_view.h"
+#include "listing_window.h"
 #include "qt_presenter.h"
 #include "screenshots.h"
 #include "session_recorder.h"
@@ -10,19 +11,20 @@
 #include <QAction>
 #include <QApplication>
 #include <QCloseEvent>
-#include <QDockWidget>
 #include <QFileDialog>
 #include <QLabel>
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QScreen>
 #include <QStatusBar>
 #include <QTimer>
 #include <QToolBar>
 
 #include <boost/filesystem/operations.hpp>
 
+#include <algorithm>
 #include <iostream>
 
 namespace fs = boost::filesystem;
@@ -33,21 +35,11 @@ MainWindow::MainWindow(const HostOptions& options, LibraryCache& libraries,
                        SessionRecorder* recorder, Screenshots* screenshots, QWidget* parent)
     : QMainWindow(parent), m_options(options), m_libraries(libraries), m_recorder(recorder),
       m_screenshots(screenshots), m_presenter(new QtPresenter(this)), m_graphics(new GraphicsView),
-      m_listing(new QPlainTextEdit), m_cue(new QLabel), m_position(new QLabel),
-      m_poll(new QTimer(this)) {
+      m_layout(false), m_listingWindow(new ListingWindow), m_cue(new QLabel),
+      m_position(new QLabel), m_poll(new QTimer(this)) {
     setObjectName("main_window");
     setWindowTitle(tr("qorfmt-host - %1").arg(QString::fromStdString(options.site.string())));
     setCentralWidget(m_graphics);
-
-    m_listing->setObjectName("listing");
-    m_listing->setReadOnly(true);
-    m_listing->setLineWrapMode(QPlainTextEdit::NoWrap);
-    m_listing->setFont(QFont("Monospace"));
-    auto* dock = new QDockWidget(tr("Listing Window"), this);
-    dock->setObjectName("listing_dock");
-    dock->setWidget(m_listing);
-    addDockWidget(Qt::BottomDockWidgetArea, dock);
-    resizeDocks({dock}, {150}, Qt::Vertical);
 
     m_cue->setObjectName("cue");
     m_position->setObjectName("position");
@@ -58,10 +50,15 @@ MainWindow::MainWindow(const HostOptions& options, LibraryCache& libraries,
     m_presenter->setRecorder(recorder);
     m_presenter->setScreenshots(screenshots);
     m_presenter->setPause(options.pauseMs);
+    m_presenter->setLayout(&m_layout);
     connect(m_presenter, &QtPresenter::activity, this, &MainWindow::refreshPlatform);
     connect(m_presenter, &QtPresenter::notice, this,
             [this](const QString& text) { statusBar()->showMessage(text, 8000); });
     connect(m_graphics, &GraphicsView::hovered, m_position, &QLabel::setText);
+    connect(m_presenter, &QtPresenter::requestEnded, this, [this] {
+        m_endedCue = nxsim::cueLine();
+        refreshPlatform();
+    });
 
     buildMenus();
     // The stoplight is switched inside handlers, without a return to the event loop: only a
@@ -75,6 +72,7 @@ MainWindow::MainWindow(const HostOptions& options, LibraryCache& libraries,
 
 MainWindow::~MainWindow() {
     nxsim::setStoplightListener({});
+    delete m_listingWindow;
     if (m_busy) {
         QApplication::restoreOverrideCursor();
     }
@@ -100,14 +98,36 @@ void MainWindow::buildMenus() {
     quit->setShortcut(QKeySequence::Quit);
 
     QMenu* view = menuBar()->addMenu(tr("&View"));
-    for (QDockWidget* dock : findChildren<QDockWidget*>()) {
-        view->addAction(dock->toggleViewAction());
-    }
-    view->addAction(tr("&Clear Listing Window"), this, [this] {
-        m_listing->clear();
-        // Only the view is cleared; the platform keeps the whole text for expectations.
-        m_shownListing = nxsim::listingText();
+    QAction* listing = view->addAction(tr("&Listing Window"));
+    listing->setObjectName("show_listing");
+    listing->setCheckable(true);
+    listing->setShortcut(QKeySequence(tr("Ctrl+L")));
+    connect(listing, &QAction::toggled, this, [this](bool on) {
+        if (on) {
+            m_listingWindow->show();
+            m_listingWindow->raise();
+            m_listingWindow->activateWindow();
+        } else {
+            m_listingWindow->hide();
+        }
     });
+    connect(m_listingWindow, &ListingWindow::visibilityChanged, listing, [this, listing](bool on) {
+        if (on && !m_listingPlaced) {
+            m_listingPlaced = true;
+            if (!m_layout.restore(*m_listingWindow, "listing_window") && screen()) {
+                // Below the main window where there is room, else as low as the screen allows.
+                const QRect main = frameGeometry();
+                const QRect area = screen()->availableGeometry();
+                const int height = m_listingWindow->frameGeometry().height();
+                m_listingWindow->move(
+                    main.left(),
+                    std::max(area.top(), std::min(main.bottom() + 1, area.bottom() + 1 - height)));
+            }
+        }
+        listing->setChecked(on);
+    });
+    // Only the view is cleared; the platform keeps the whole text for expectations.
+    view->addAction(tr("&Clear Listing Window"), m_listingWindow, &ListingWindow::clear);
 
     QMenu* help = menuBar()->addMenu(tr("&Help"));
     help->addAction(tr("&Command Line"), this, [this] {
@@ -119,17 +139,20 @@ void MainWindow::buildMenus() {
 void MainWindow::refreshPlatform() {
     const std::string listing = nxsim::listingText();
     if (listing != m_shownListing) {
-        if (listing.compare(0, m_shownListing.size(), m_shownListing) == 0) {
-            m_listing->moveCursor(QTextCursor::End);
-            m_listing->insertPlainText(
-                QString::fromStdString(listing.substr(m_shownListing.size())));
-        } else {
-            m_listing->setPlainText(QString::fromStdString(listing));
-        }
-        m_listing->moveCursor(QTextCursor::End);
+        // The window keeps what it showed for as long as the host runs, also when the platform
+        // starts its text anew.
+        const bool continued = listing.compare(0, m_shownListing.size(), m_shownListing) == 0;
+        m_listingWindow->append(
+            QString::fromStdString(continued ? listing.substr(m_shownListing.size()) : listing));
         m_shownListing = listing;
     }
-    const QString cue = QString::fromStdString(nxsim::cueLine());
+    // As in the CAD system, the prompt of a pick or a list goes when the request ends; a new
+    // prompt of the program shows again.
+    const std::string platformCue = nxsim::cueLine();
+    if (m_endedCue && *m_endedCue != platformCue) {
+        m_endedCue.reset();
+    }
+    const QString cue = QString::fromStdString(m_endedCue ? std::string() : platformCue);
     if (m_cue->text() != cue) {
         m_cue->setText(cue);
     }
@@ -263,7 +286,24 @@ void MainWindow::closeEvent(QCloseEvent* event) {
             return;
         }
     }
+    saveLayout();
     event->accept();
+}
+
+void MainWindow::keepLayout() {
+    m_layout = WindowLayout(true);
+    m_layout.restore(*this, "main_window");
+}
+
+void MainWindow::saveLayout() const {
+    m_layout.save(*this, "main_window");
+    if (m_listingPlaced) {
+        m_layout.save(*m_listingWindow, "listing_window");
+    }
+}
+
+QPlainTextEdit& MainWindow::listing() const {
+    return m_listingWindow->text();
 }
 
 } // namespace QorfmtHost

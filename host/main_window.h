@@ -2,9 +2,11 @@
 
 #include "host_options.h"
 #include "host_session.h"
+#include "window_layout.h"
 
 #include <QMainWindow>
 
+#include <optional>
 #include <string>
 
 class QLabel;
@@ -14,6 +16,7 @@ class QTimer;
 namespace QorfmtHost {
 
 class GraphicsView;
+class ListingWindow;
 class QtPresenter;
 class Screenshots;
 class SessionRecorder;
@@ -32,7 +35,9 @@ public:
 
     QtPresenter& presenter() const { return *m_presenter; }
     GraphicsView& graphics() const { return *m_graphics; }
-    QPlainTextEdit& listing() const { return *m_listing; }
+    /// The text of the listing window.
+    QPlainTextEdit& listing() const;
+    ListingWindow& listingWindow() const { return *m_listingWindow; }
     QLabel& cueLine() const { return *m_cue; }
 
     /// Runs ufusr of the library; `recordable` is false for a library other than --library,
@@ -45,6 +50,11 @@ public:
     bool running() const { return m_running; }
     /// Whether a user function ran since the start, so that quitting may lose documents.
     bool ranUserFunction() const { return m_ranUserFunction; }
+    /// Keeps where the windows and dialogs are left, and their sizes, across runs, and puts the
+    /// main window where it was left (interactive sessions only: replays and offscreen runs
+    /// neither depend on nor change an earlier session).
+    void keepLayout();
+    const WindowLayout& layout() const { return m_layout; }
     /// Ask before quitting after a user function ran (off for replays and offscreen runs).
     void setConfirmQuit(bool confirm) { m_confirmQuit = confirm; }
 
@@ -65,6 +75,7 @@ protected:
 
 private:
     void buildMenus();
+    void saveLayout() const;
     void setBusy(bool busy);
 
     HostOptions m_options;
@@ -73,11 +84,16 @@ private:
     Screenshots* m_screenshots;
     QtPresenter* m_presenter;
     GraphicsView* m_graphics;
-    QPlainTextEdit* m_listing;
+    WindowLayout m_layout;
+    /// A window of its own (no parent), so that modal dialogs do not block it.
+    ListingWindow* m_listingWindow;
+    bool m_listingPlaced = false;
     QLabel* m_cue;
     QLabel* m_position;
     QTimer* m_poll;
     std::string m_shownListing;
+    /// The prompt of a request that ended: not shown until the program sets another one.
+    std::optional<std::string> m_endedCue;
     bool m_running = false;
     bool m_ranUserFunction = false;
     bool m_confirmQuit = true;

@@ -5,6 +5,7 @@
 #include "list_picker.h"
 #include "screenshots.h"
 #include "session_recorder.h"
+#include "window_layout.h"
 
 #include <nxsim/journal_runner.h>
 #include <nxsim/runtime.h>
@@ -105,6 +106,11 @@ void QtPresenter::runDialog(nxsim::RuntimeDialog& dialog) {
     WindowStackGuard guard{m_windows};
 
     emit activity();
+    // Where the user left this dialog last time, else beside the graphics window.
+    if ((!m_layout || !m_layout->restore(window, dialog.journalName())) && m_mainWindow) {
+        window.adjustSize();
+        placeBeside(window, *m_mainWindow, depth() - 1);
+    }
     window.show();
     window.raise();
     window.activateWindow();
@@ -154,6 +160,9 @@ void QtPresenter::runDialog(nxsim::RuntimeDialog& dialog) {
     if (!dialog.ended()) {
         dialog.abort();
     }
+    if (m_layout) {
+        m_layout->save(window, dialog.journalName());
+    }
     window.hide();
     emit activity();
 }
@@ -172,6 +181,7 @@ void QtPresenter::showMessage(nxsim::MessageKind kind, const std::string& title,
     QMessageBox box(iconFor(kind), QString::fromStdString(title), QString::fromStdString(text),
                     QMessageBox::Ok, parent);
     box.setObjectName("message_box");
+    box.setWindowModality(Qt::WindowModal);
     box.show();
     screenshot(box, "message-" + title);
     switch (m_mode) {
@@ -217,6 +227,7 @@ int QtPresenter::pickFromList(const std::string& title, const std::string& promp
         break;
     }
     picker.hide();
+    emit requestEnded();
     if (m_mode != Mode::Scripted) {
         JournalStep step;
         step.kind = StepKind::Pick;
@@ -228,21 +239,24 @@ int QtPresenter::pickFromList(const std::string& title, const std::string& promp
     return chosen;
 }
 
-std::vector<QPointer<DialogWindow>> QtPresenter::hideWindows() {
-    std::vector<QPointer<DialogWindow>> hidden;
+std::vector<QtPresenter::HiddenWindow> QtPresenter::hideWindows() {
+    std::vector<HiddenWindow> hidden;
     for (DialogWindow* w : m_windows) {
         if (w->isVisible()) {
-            hidden.emplace_back(w);
+            hidden.push_back({w, w->geometry()});
             w->hide();
         }
     }
     return hidden;
 }
 
-void QtPresenter::restoreWindows(const std::vector<QPointer<DialogWindow>>& hidden) {
-    for (const QPointer<DialogWindow>& w : hidden) {
-        if (w) {
-            w->show();
+void QtPresenter::restoreWindows(const std::vector<HiddenWindow>& hidden) {
+    for (const HiddenWindow& h : hidden) {
+        if (h.window) {
+            // A window manager may place a window shown again anew; it comes back where it was.
+            h.window->setGeometry(h.geometry);
+            h.window->show();
+            h.window->setGeometry(h.geometry);
         }
     }
 }
@@ -279,6 +293,7 @@ nxsim::PointAnswer QtPresenter::indicatePoint(const std::string& cue) {
         if (m_graphics && answer.status == nxsim::PointAnswer::Point) {
             m_graphics->markPoint(answer.point[0], answer.point[1]);
         }
+        emit requestEnded();
         return answer;
     }
     if (m_mode == Mode::Interactive && m_graphics) {
@@ -292,6 +307,7 @@ nxsim::PointAnswer QtPresenter::indicatePoint(const std::string& cue) {
             });
         });
     }
+    emit requestEnded();
     JournalStep step;
     step.kind = StepKind::Point;
     step.cancel = answer.status != nxsim::PointAnswer::Point;
@@ -310,6 +326,7 @@ nxsim::ObjectAnswer QtPresenter::selectObject(const std::string& message, const 
         if (m_script) {
             answer = m_script->selectObject(message, title, scope);
         }
+        emit requestEnded();
         return answer;
     }
     if (m_mode == Mode::Interactive && m_graphics) {
@@ -322,6 +339,7 @@ nxsim::ObjectAnswer QtPresenter::selectObject(const std::string& message, const 
             });
         });
     }
+    emit requestEnded();
     JournalStep step;
     step.kind = StepKind::Object;
     step.cancel = answer.status != nxsim::ObjectAnswer::Selected;

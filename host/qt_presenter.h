@@ -7,6 +7,7 @@
 
 #include <QObject>
 #include <QPointer>
+#include <QRect>
 
 #include <functional>
 #include <vector>
@@ -24,6 +25,7 @@ class DialogWindow;
 class GraphicsView;
 class Screenshots;
 class SessionRecorder;
+class WindowLayout;
 
 /// The host's presenter: every dialog, message box, list picker and pick of the platform in Qt
 /// windows. Who answers depends on the mode: the user (Interactive), a journal that the host
@@ -46,6 +48,8 @@ public:
     void setRecorder(SessionRecorder* recorder) { m_recorder = recorder; }
     void setScreenshots(Screenshots* screenshots) { m_screenshots = screenshots; }
     void setGraphics(GraphicsView* graphics) { m_graphics = graphics; }
+    /// Where dialogs open and what of their geometry is kept; null: where Qt puts them.
+    void setLayout(const WindowLayout* layout) { m_layout = layout; }
     /// In Scripted mode on a display: how long each dialog, box and picker stays on screen
     /// before and after the journal acts on it, so that a watcher can follow.
     void setPause(int milliseconds) { m_pauseMs = milliseconds; }
@@ -72,6 +76,9 @@ signals:
     void activity();
     /// A text for the cue line's side: why an action was refused.
     void notice(const QString& text);
+    /// A list picker, screen position request or object selection ended: the prompt that asked
+    /// for it is no longer current.
+    void requestEnded();
 
 private:
     /// The nesting depth for journal lines taken now.
@@ -80,8 +87,13 @@ private:
     void screenshot(QWidget& window, const std::string& name);
     void pause();
     /// Hides the dialog windows while the user picks in the graphics window.
-    std::vector<QPointer<DialogWindow>> hideWindows();
-    void restoreWindows(const std::vector<QPointer<DialogWindow>>& hidden);
+    struct HiddenWindow {
+        QPointer<DialogWindow> window;
+        QRect geometry;
+    };
+    std::vector<HiddenWindow> hideWindows();
+    /// Shows them again at the place and size they had.
+    void restoreWindows(const std::vector<HiddenWindow>& hidden);
     /// Hides the dialogs and waits for a click in the graphics window: `connectAnswer` connects
     /// the graphics window's answer to what takes it and quits the loop; a cancelled pick quits
     /// it too. The dialogs are shown again afterwards.
@@ -94,6 +106,7 @@ private:
     SessionRecorder* m_recorder = nullptr;
     Screenshots* m_screenshots = nullptr;
     GraphicsView* m_graphics = nullptr;
+    const WindowLayout* m_layout = nullptr;
     int m_pauseMs = 0;
     std::vector<DialogWindow*> m_windows;
 };

@@ -44,10 +44,19 @@ namespace detail {
 template <class T>
 boost::shared_ptr<T> lookUp(NXOpen::UIStyler::Dialog& dialog, const std::string& name) {
     using D = NXOpen::UIStyler::Dialog;
-    const auto getters = std::make_tuple(
+    constexpr auto getters = std::make_tuple(
         &D::GetPushButton, &D::GetSingleSelectList, &D::GetOptionMenu, &D::GetStringItem,
         &D::GetWideString, &D::GetMultiTextBox, &D::GetRadioBox, &D::GetIntegerItem,
         &D::GetRealItem, &D::GetToggle, &D::GetColorTool, &D::GetGroupBox, &D::GetLabelItem);
+    constexpr bool isItem = std::apply(
+        [](auto... get) {
+            return (std::is_base_of_v<std::remove_pointer_t<decltype((std::declval<D&>().*get)(
+                                          std::declval<const std::string&>()))>,
+                                      T> ||
+                    ...);
+        },
+        getters);
+    static_assert(isItem, "a control is bound as an NX item class or a wrapper derived from one");
     boost::shared_ptr<T> found;
     std::apply(
         [&](auto... getter) {

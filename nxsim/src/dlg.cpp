@@ -196,7 +196,7 @@ public:
             fail(e.line, "<page> must be inside <tabs>");
         }
 
-        std::set<std::string> allowed = {"name", "label", "sensitive", "visible"};
+        std::set<std::string> allowed = {"name", "label", "tooltip", "sensitive", "visible"};
         switch (e.kind) {
         case ItemKind::SingleSelectList:
             allowed.insert({"rows", "width"});
@@ -226,6 +226,7 @@ public:
 
         e.name = node.attribute("name").value();
         e.label = node.attribute("label").value();
+        e.tooltip = node.attribute("tooltip").value();
         e.value = node.attribute("value").value();
         e.sensitive = flag(node, "sensitive", true);
         e.visible = flag(node, "visible", true);
@@ -296,7 +297,7 @@ public:
             fail(lineOf(root),
                  "the root element must be <dialog>, not <" + std::string(root.name()) + ">");
         }
-        checkAttributes(root, {"format", "name", "title", "buttons"});
+        checkAttributes(root, {"format", "name", "title", "buttons", "width"});
         std::string format = root.attribute("format").value();
         if (format != "1") {
             fail(lineOf(root), format.empty() ? "<dialog> needs format=\"1\""
@@ -308,6 +309,7 @@ public:
         layout.fileName = m_file.filename().string();
         layout.name = root.attribute("name").value();
         layout.title = root.attribute("title").value();
+        layout.width = number(root, "width");
         if (pugi::xml_attribute buttons = root.attribute("buttons")) {
             layout.navigation = DlgNavigation{false, false, false, false};
             std::istringstream words(buttons.value());

@@ -5,6 +5,7 @@
 #include <NXOpen/UIStyler_StylerEvent.hxx>
 
 #include "internal.h"
+#include "platform_state.h"
 
 #include <nxsim/error_codes.h>
 #include <nxsim/presenter.h>
@@ -543,6 +544,7 @@ T* Dialog::get(const NXString& name, ItemKind kind) {
             return typed;
         }
     }
+    nxsim::detail::state().boundControls.push_back({m_dialog->journalName(), key, kind});
     nxsim::RuntimeItem* item = m_dialog->item(key);
     const std::string where =
         "dialog " + m_dialog->journalName() + " (" + m_dialog->layout().fileName + ")";

@@ -181,6 +181,10 @@ std::vector<ShownPicker> shownPickers() {
     return state().pickers;
 }
 
+std::vector<BoundControl> boundControls() {
+    return state().boundControls;
+}
+
 std::string listingText() {
     return state().listing;
 }

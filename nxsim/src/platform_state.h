@@ -29,6 +29,7 @@ struct Fault {
 struct PlatformState {
     std::vector<ShownMessage> messages;
     std::vector<ShownPicker> pickers;
+    std::vector<BoundControl> boundControls;
     std::string listing;
     bool listingOpen = false;
     std::string cue;

@@ -4,6 +4,7 @@
 
 #include <testutil/temp_dir.h>
 
+#include <QMouseEvent>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -25,6 +26,13 @@ protected:
     std::unique_ptr<GraphicsView> owned;
     GraphicsView* view = nullptr;
 };
+
+// The mouse resting at `position`, delivered at once on every platform.
+void hover(QWidget* widget, const QPoint& position) {
+    QMouseEvent move(QEvent::MouseMove, QPointF(position), widget->mapToGlobal(QPointF(position)),
+                     Qt::NoButton, Qt::NoButton, Qt::NoModifier);
+    QApplication::sendEvent(widget, &move);
+}
 
 } // namespace
 
@@ -86,4 +94,66 @@ TEST_F(GraphicsViewTest, APartFileThatCannotBeReadIsReportedNotDrawn) {
     view->showPart("");
     EXPECT_FALSE(view->part().has_value());
     EXPECT_TRUE(view->partFile().empty());
+}
+
+TEST_F(GraphicsViewTest, APositionPickNearAPointSnapsToItsExactCoordinates) {
+    QSignalSpy picked(view, &GraphicsView::pointPicked);
+    QSignalSpy hovered(view, &GraphicsView::hovered);
+    view->beginPick(GraphicsView::PickMode::Point, "Select corner point");
+    // Three pixels beside the point of tag 11 at (10, 10).
+    const QPoint near = (view->toScreen(10.0, 10.0) + QPointF(3.0, -2.0)).toPoint();
+    hover(view, near);
+    ASSERT_TRUE(view->snapTarget().has_value());
+    EXPECT_EQ(*view->snapTarget(), QPointF(10.0, 10.0));
+    ASSERT_FALSE(hovered.isEmpty());
+    EXPECT_TRUE(hovered.back()[0].toString().startsWith("Snap X 10  Y 10"))
+        << hovered.back()[0].toString().toStdString();
+    QTest::mouseClick(view, Qt::LeftButton, Qt::NoModifier, near);
+    ASSERT_EQ(picked.count(), 1);
+    EXPECT_EQ(picked.front()[0].toDouble(), 10.0);
+    EXPECT_EQ(picked.front()[1].toDouble(), 10.0);
+}
+
+TEST_F(GraphicsViewTest, APositionPickSnapsToALinesEndPoint) {
+    QSignalSpy picked(view, &GraphicsView::pointPicked);
+    view->beginPick(GraphicsView::PickMode::Point, "Select corner point");
+    // The line of tag 13 ends at (420, 20).
+    QTest::mouseClick(view, Qt::LeftButton, Qt::NoModifier,
+                      (view->toScreen(420.0, 20.0) + QPointF(-2.0, 3.0)).toPoint());
+    ASSERT_EQ(picked.count(), 1);
+    EXPECT_EQ(picked.front()[0].toDouble(), 420.0);
+    EXPECT_EQ(picked.front()[1].toDouble(), 20.0);
+}
+
+TEST_F(GraphicsViewTest, ShiftPicksTheFreePositionWithoutSnapping) {
+    QSignalSpy picked(view, &GraphicsView::pointPicked);
+    view->beginPick(GraphicsView::PickMode::Point, "Select corner point");
+    const QPoint near = (view->toScreen(10.0, 10.0) + QPointF(4.0, 0.0)).toPoint();
+    hover(view, near);
+    QTest::keyPress(view, Qt::Key_Shift, Qt::ShiftModifier);
+    EXPECT_FALSE(view->snapTarget().has_value());
+    QTest::keyRelease(view, Qt::Key_Shift, Qt::NoModifier);
+    EXPECT_TRUE(view->snapTarget().has_value());
+    QTest::mouseClick(view, Qt::LeftButton, Qt::ShiftModifier, near);
+    ASSERT_EQ(picked.count(), 1);
+    EXPECT_NE(picked.front()[0].toDouble(), 10.0) << picked.front()[0].toDouble();
+    EXPECT_NEAR(picked.front()[0].toDouble(), 10.0, 6.0);
+}
+
+TEST_F(GraphicsViewTest, FarFromEveryPointAPickIsNotSnapped) {
+    view->beginPick(GraphicsView::PickMode::Point, "Select corner point");
+    hover(view, view->toScreen(200.0, 150.0).toPoint());
+    EXPECT_FALSE(view->snapTarget().has_value());
+    EXPECT_FALSE(view->snapPointNear(view->toScreen(10.0, 10.0) + QPointF(20.0, 0.0)));
+}
+
+TEST_F(GraphicsViewTest, AnObjectSelectionHighlightsTheObjectUnderTheCursorBeforeTheClick) {
+    view->beginPick(GraphicsView::PickMode::Object, "Select an object");
+    hover(view, view->toScreen(200.0, 21.0).toPoint());
+    EXPECT_EQ(view->hoveredObject(), 13u);
+    hover(view, view->toScreen(200.0, 150.0).toPoint());
+    EXPECT_EQ(view->hoveredObject(), 0u);
+    hover(view, view->toScreen(200.0, 21.0).toPoint());
+    view->endPick();
+    EXPECT_EQ(view->hoveredObject(), 0u);
 }

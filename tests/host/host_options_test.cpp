@@ -11,7 +11,8 @@ using QorfmtHost::UsageError;
 TEST(HostOptionsTest, EveryOptionIsRead) {
     HostOptions o = parseHostOptions({"--site", "s", "--configuration", "c", "--search-path", "a:b",
                                       "--library", "l.so", "--replay", "j.journal", "--offscreen",
-                                      "--screenshots", "shots", "--no-run", "--pause", "750"});
+                                      "--screenshots", "shots", "--no-run", "--pause", "750",
+                                      "--reset-layout"});
     EXPECT_EQ(o.site.string(), "s");
     EXPECT_EQ(o.configuration, "c");
     EXPECT_EQ(o.searchPath, "a:b");
@@ -21,6 +22,7 @@ TEST(HostOptionsTest, EveryOptionIsRead) {
     EXPECT_EQ(o.screenshots.string(), "shots");
     EXPECT_FALSE(o.runAtStart);
     EXPECT_EQ(o.pauseMs, 750);
+    EXPECT_TRUE(o.resetLayout);
     EXPECT_TRUE(parseHostOptions({"--record", "out.journal"}).record == "out.journal");
 }
 
@@ -31,6 +33,7 @@ TEST(HostOptionsTest, NothingGivenRunsTheLibraryInteractively) {
     EXPECT_TRUE(o.replay.empty());
     EXPECT_TRUE(o.record.empty());
     EXPECT_TRUE(o.screenshots.empty());
+    EXPECT_FALSE(o.resetLayout);
 }
 
 TEST(HostOptionsTest, UnknownArgumentMissingValueAndReplayWithRecordAreUsageErrors) {

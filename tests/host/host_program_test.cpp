@@ -5,6 +5,7 @@
 #include <QImage>
 
 #include <cstdio>
+#include <fstream>
 
 using namespace HostTest;
 
@@ -61,11 +62,12 @@ TEST_F(HostProgramTest, OffscreenReplayPassesAndSavesAPictureOfEveryDialogAndBox
     ProgramRun run = host("--offscreen --replay '" + (kHostData / "host_session.journal").string() +
                           "' --screenshots '" + shots.string() + "' " + testLibrary());
     EXPECT_EQ(run.exitCode, 0) << run.output;
-    EXPECT_EQ(pictures(shots),
-              (std::vector<std::string>{
-                  "001_nxsim_test_main.png", "002_message-Info.png", "003_nxsim_test_child.dlg.png",
-                  "004_nxsim_test_child.dlg-ended.png", "005_pick-Frame_Templates.png",
-                  "006_nxsim_test_main-ended.png", "007_main_window.png"}));
+    EXPECT_EQ(
+        pictures(shots),
+        (std::vector<std::string>{
+            "001_nxsim_test_main.png", "002_message-Info.png", "003_nxsim_test_child.dlg.png",
+            "004_nxsim_test_child.dlg-ended.png", "005_pick-Frame_Templates.png",
+            "006_nxsim_test_main-ended.png", "007_main_window.png", "008_listing_window.png"}));
     QImage main(QString::fromStdString((shots / "001_nxsim_test_main.png").string()));
     ASSERT_FALSE(main.isNull());
     EXPECT_GT(main.width(), 100);
@@ -177,3 +179,20 @@ TEST_F(HostProgramTest, AConfiguratorJournalReplaysInTheHostWindows) {
     EXPECT_EQ(run.exitCode, 0) << run.output;
 }
 #endif
+
+TEST_F(HostProgramTest, ResetLayoutForgetsTheKeptWindowGeometryAndNothingElse) {
+    const fs::path config = temp.path() / "config";
+    fs::create_directories(config / "qorfmt");
+    const fs::path settings = config / "qorfmt" / "qorfmt-host.conf";
+    std::ofstream(settings.string()) << "[layout]\nqorborder_config_main=@Rect(10 20 300 200)\n"
+                                        "[other]\nkeep=1\n";
+    ProgramRun kept = host("--offscreen --no-run", "XDG_CONFIG_HOME='" + config.string() + "'");
+    ASSERT_EQ(kept.exitCode, 0) << kept.output;
+    EXPECT_NE(TestUtil::readFile(settings).find("qorborder_config_main"), std::string::npos);
+    ProgramRun reset =
+        host("--offscreen --no-run --reset-layout", "XDG_CONFIG_HOME='" + config.string() + "'");
+    ASSERT_EQ(reset.exitCode, 0) << reset.output;
+    const std::string left = TestUtil::readFile(settings);
+    EXPECT_EQ(left.find("qorborder_config_main"), std::string::npos) << left;
+    EXPECT_NE(left.find("keep=1"), std::string::npos) << left;
+}

@@ -9,8 +9,11 @@
 #include <NXOpen/UIStyler_StylerEvent.hxx>
 
 #include "host_options.h"
+#include "window_layout.h"
 
 #include <QApplication>
+#include <QDir>
+#include <QSettings>
 
 #include <boost/filesystem/operations.hpp>
 #include <boost/filesystem/path.hpp>
@@ -43,6 +46,12 @@ inline QApplication& application() {
         static char name[] = "host_tests";
         static char* argv[] = {name, nullptr};
         app = new QApplication(argc, argv);
+        // Kept window geometry goes to a folder of the test run, never to the user's settings.
+        static char settings[] = "/tmp/host_tests_settings.XXXXXX";
+        if (::mkdtemp(settings)) {
+            QSettings::setDefaultFormat(QSettings::IniFormat);
+            QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, settings);
+        }
     }
     return *app;
 }
@@ -80,6 +89,7 @@ protected:
         nxsim::reset();
         nxsim::setPresenter(nullptr);
         nxsim::setResourcePath({kNxsimData / "dlg"});
+        QorfmtHost::WindowLayout::forget();
     }
     void TearDown() override {
         nxsim::setPresenter(nullptr);

@@ -2,7 +2,10 @@
 
 #include "list_picker.h"
 
+#include <QDialogButtonBox>
+#include <QLabel>
 #include <QListWidget>
+#include <QPushButton>
 #include <QTimer>
 
 using namespace HostTest;
@@ -33,4 +36,26 @@ TEST_F(ListPickerTest, DoubleClickChoosesTheRowAndCancelGivesMinusOne) {
     QTimer::singleShot(0, &cancelled, &QDialog::reject);
     cancelled.exec();
     EXPECT_EQ(cancelled.chosenRow(), -1);
+}
+
+TEST_F(ListPickerTest, WithNoEntriesItShowsTitlePromptAndTheEmptyListWithCancelOnly) {
+    ListPicker picker("Frame Templates", "Select template from list", {}, 0);
+    picker.show();
+    EXPECT_EQ(picker.windowTitle(), "Frame Templates");
+    bool promptShown = false;
+    for (QLabel* label : picker.findChildren<QLabel*>()) {
+        promptShown =
+            promptShown || (label->isVisible() && label->text() == "Select template from list");
+    }
+    EXPECT_TRUE(promptShown);
+    EXPECT_TRUE(picker.list()->isVisible());
+    EXPECT_EQ(picker.list()->count(), 0);
+    auto* buttons = picker.findChild<QDialogButtonBox*>();
+    ASSERT_NE(buttons, nullptr);
+    EXPECT_FALSE(buttons->button(QDialogButtonBox::Ok)->isVisible());
+    QPushButton* cancel = buttons->button(QDialogButtonBox::Cancel);
+    ASSERT_TRUE(cancel->isVisible());
+    QTimer::singleShot(0, cancel, &QPushButton::click);
+    picker.exec();
+    EXPECT_EQ(picker.chosenRow(), -1);
 }

@@ -4,6 +4,7 @@
 #include "graphics_view.h"
 #include "host_session.h"
 #include "list_picker.h"
+#include "listing_window.h"
 #include "main_window.h"
 #include "qt_presenter.h"
 #include "session_recorder.h"
@@ -15,9 +16,12 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QMessageBox>
+#include <QPlainTextEdit>
 #include <QPushButton>
+#include <QScreen>
 #include <QTest>
 #include <QTimer>
+#include <QWindow>
 
 #include <cstdio>
 #include <fstream>
@@ -180,8 +184,11 @@ TEST_F(MainWindowTest, APointPickAndObjectSelectionsAreAnsweredByClicksInTheGrap
             QTest::keyClicks(part, "a3_metric.prt");
             qobject_cast<QPushButton*>(pw->control("OPEN_PART"))->click();
             clickAt(100.0, 50.0);
+            pw->setGeometry(QRect(700, 120, 520, 430));
             qobject_cast<QPushButton*>(pw->control("POINT"))->click();
             EXPECT_TRUE(pw->isVisible());
+            // Out of the way during the pick, back at the same place and size after it.
+            EXPECT_EQ(pw->geometry(), QRect(700, 120, 520, 430));
             result = qobject_cast<QLabel*>(pw->control("RESULT"))->text();
             clickAt(200.0, 0.0);
             QTimer::singleShot(0, &graphics, [&] { clickAt(300.0, 20.0); });
@@ -291,3 +298,211 @@ TEST_F(MainWindowTest, TheBusyCursorIsOnExactlyWhileTheStoplightIs) {
     EXPECT_FALSE(window.busy());
     EXPECT_EQ(QApplication::overrideCursor(), nullptr);
 }
+
+namespace {
+
+// Counts the WindowBlocked events that a window receives (a modal window blocks it).
+class BlockedCounter : public QObject {
+public:
+    int blocked = 0;
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        if (event->type() == QEvent::WindowBlocked) {
+            ++blocked;
+        }
+        return QObject::eventFilter(watched, event);
+    }
+};
+
+} // namespace
+
+TEST_F(MainWindowTest, TheListingWindowIsItsOwnWindowUsableWhileADialogIsModal) {
+    QorfmtHost::MainWindow window(options, libraries, nullptr, nullptr);
+    window.show();
+    QorfmtHost::ListingWindow& listing = window.listingWindow();
+    EXPECT_TRUE(listing.isWindow());
+    EXPECT_EQ(listing.parentWidget(), nullptr);
+    listing.show();
+    BlockedCounter mainBlocks;
+    BlockedCounter listingBlocks;
+    window.windowHandle()->installEventFilter(&mainBlocks);
+    listing.windowHandle()->installEventFilter(&listingBlocks);
+    const fs::path saved = temp.path() / "listing.txt";
+    bool visibleWhileModal = false;
+    std::string textWhileModal;
+    window.presenter().onDialogShown = [&](DialogWindow& w) {
+        QTimer::singleShot(0, &w, [&, pw = &w] {
+            auto* name = qobject_cast<QLineEdit*>(pw->control("NAME"));
+            QTest::keyClicks(name, "Ann");
+            qobject_cast<QPushButton*>(pw->control("LISTING"))->click();
+            visibleWhileModal = listing.isVisible();
+            textWhileModal = listing.text().toPlainText().toStdString();
+            // What a user does with it while the dialog is up: select, copy, save.
+            listing.text().selectAll();
+            listing.saveTo(QString::fromStdString(saved.string()));
+            pw->navigationButton(3)->click();
+        });
+    };
+    ScopedCurrentPath parts(kNxsimData / "parts");
+    ASSERT_TRUE(window.runLibrary(options.library, true));
+    EXPECT_GE(mainBlocks.blocked, 1);
+    EXPECT_EQ(listingBlocks.blocked, 0);
+    EXPECT_TRUE(visibleWhileModal);
+    EXPECT_EQ(textWhileModal, "Summary of Ann\n");
+    EXPECT_EQ(TestUtil::readFile(saved), "Summary of Ann\n");
+    EXPECT_TRUE(listing.findChild<QPushButton*>("listing_copy")->isEnabled());
+}
+
+TEST_F(MainWindowTest, TheListingWindowKeepsItsTextAcrossRunsAndClearEmptiesTheViewOnly) {
+    QorfmtHost::MainWindow window(options, libraries, nullptr, nullptr);
+    window.show();
+    window.presenter().onDialogShown = [&](DialogWindow& w) {
+        QTimer::singleShot(0, &w, [pw = &w] {
+            QTest::keyClicks(qobject_cast<QLineEdit*>(pw->control("NAME")), "Bo");
+            qobject_cast<QPushButton*>(pw->control("LISTING"))->click();
+            pw->navigationButton(3)->click();
+        });
+    };
+    ScopedCurrentPath parts(kNxsimData / "parts");
+    ASSERT_TRUE(window.runLibrary(options.library, true));
+    ASSERT_TRUE(window.runLibrary(options.library, true));
+    EXPECT_EQ(window.listing().toPlainText(), "Summary of Bo\nSummary of Bo\n");
+    // The platform starts its text anew (a new session of the stand-in): the window keeps what
+    // it showed and goes on below it.
+    nxsim::reset();
+    ASSERT_TRUE(window.runLibrary(options.library, true));
+    EXPECT_EQ(window.listing().toPlainText(), "Summary of Bo\nSummary of Bo\nSummary of Bo\n");
+    window.listingWindow().findChild<QPushButton*>("listing_clear")->click();
+    EXPECT_EQ(window.listing().toPlainText(), "");
+    EXPECT_EQ(nxsim::listingText(), "Summary of Bo\n");
+}
+
+TEST_F(MainWindowTest, DialogGeometryIsKeptPerDialogNameAcrossTwoRuns) {
+    const QRect moved(130, 90, 620, 480);
+    QRect mainAt;
+    {
+        QorfmtHost::MainWindow first(options, libraries, nullptr, nullptr);
+        first.keepLayout();
+        first.show();
+        first.presenter().onDialogShown = [&](DialogWindow& w) {
+            QTimer::singleShot(0, &w, [&, pw = &w] {
+                pw->setGeometry(moved);
+                pw->navigationButton(3)->click();
+            });
+        };
+        ASSERT_TRUE(first.runLibrary(options.library, true));
+        first.setGeometry(40, 30, 700, 500);
+        mainAt = first.geometry();
+        first.setConfirmQuit(false);
+        first.close();
+    }
+    QorfmtHost::MainWindow second(options, libraries, nullptr, nullptr);
+    second.keepLayout();
+    EXPECT_EQ(second.geometry(), mainAt);
+    second.show();
+    QRect shownAt;
+    second.presenter().onDialogShown = [&](DialogWindow& w) {
+        shownAt = w.geometry();
+        QTimer::singleShot(0, &w, [pw = &w] { pw->navigationButton(3)->click(); });
+    };
+    ASSERT_TRUE(second.runLibrary(options.library, true));
+    EXPECT_EQ(shownAt, moved);
+
+    // --reset-layout forgets it: the dialog opens beside the main window again.
+    QorfmtHost::WindowLayout::forget();
+    ASSERT_TRUE(second.runLibrary(options.library, true));
+    EXPECT_NE(shownAt, moved);
+}
+
+TEST_F(MainWindowTest, WithoutKeptGeometryADialogOpensBesideTheGraphicsWindowWhereThereIsRoom) {
+    QorfmtHost::MainWindow window(options, libraries, nullptr, nullptr);
+    window.keepLayout();
+    // The offscreen screen is 800 pixels wide.
+    window.setGeometry(0, 30, 240, 300);
+    window.show();
+    QRect shownAt;
+    window.presenter().onDialogShown = [&](DialogWindow& w) {
+        shownAt = w.geometry();
+        QTimer::singleShot(0, &w, [pw = &w] { pw->navigationButton(3)->click(); });
+    };
+    ASSERT_TRUE(window.runLibrary(options.library, true));
+    ASSERT_LT(window.frameGeometry().right() + shownAt.width(),
+              window.screen()->availableGeometry().right());
+    EXPECT_FALSE(shownAt.intersects(window.frameGeometry()));
+    EXPECT_GT(shownAt.left(), window.frameGeometry().right());
+}
+
+TEST_F(MainWindowTest, KeptLayoutIsOffUntilTheInteractiveHostAsksForIt) {
+    QorfmtHost::MainWindow window(options, libraries, nullptr, nullptr);
+    EXPECT_FALSE(window.layout().enabled());
+    window.keepLayout();
+    EXPECT_TRUE(window.layout().enabled());
+}
+
+TEST_F(MainWindowTest, ThePromptOfAPickLeavesTheCueLineWhenThePickEndsANewPromptShows) {
+    QorfmtHost::MainWindow window(options, libraries, nullptr, nullptr);
+    window.show();
+    QorfmtHost::GraphicsView& graphics = window.graphics();
+    QString cueAfterPick = "unset";
+    QString cueAfterSave;
+    window.presenter().onDialogShown = [&](DialogWindow& w) {
+        QTimer::singleShot(0, &w, [&, pw = &w] {
+            QTest::keyClicks(qobject_cast<QLineEdit*>(pw->control("PART_FILE")), "a3_metric.prt");
+            qobject_cast<QPushButton*>(pw->control("OPEN_PART"))->click();
+            QTimer::singleShot(0, &graphics, [&] {
+                EXPECT_EQ(window.cueLine().text(), "Select corner point");
+                QTest::mouseClick(&graphics, Qt::LeftButton, Qt::NoModifier,
+                                  graphics.toScreen(100.0, 50.0).toPoint());
+            });
+            qobject_cast<QPushButton*>(pw->control("POINT"))->click();
+            cueAfterPick = window.cueLine().text();
+            EXPECT_EQ(nxsim::cueLine(), "Select corner point");
+            qobject_cast<QPushButton*>(pw->control("SAVE"))->click();
+            cueAfterSave = window.cueLine().text();
+            pw->navigationButton(3)->click();
+        });
+    };
+    ScopedCurrentPath parts(kNxsimData / "parts");
+    ASSERT_TRUE(window.runLibrary(options.library, true));
+    EXPECT_EQ(cueAfterPick, "");
+    EXPECT_EQ(cueAfterSave, "Saving");
+}
+
+#ifdef HOST_TEST_CONFIGURATOR
+// The configurator's own Save As, as a user meets it: the name typed at once lands in the name
+// field, not in the folder menu before it (whose first letters once switched the folder).
+TEST_F(MainWindowTest, TheConfiguratorsSaveAsTakesTheNameTypedAtOnce) {
+    TestUtil::ScopedEnvironment environment;
+    for (const char* name :
+         {"QORFMT_SITE", "QORFMT_CONFIGURATION", "QORFMT_SEARCH_PATH", "QORFMT_RESOURCE_PATH"}) {
+        environment.set(name, nullptr);
+    }
+    options.site = fs::path(QORFMT_SOURCE_DIR) / "examples" / "site";
+    options.library = fs::path(QORFMT_HOST).parent_path() / "libqorfmt_configure.so";
+    QorfmtHost::applySetup(options);
+    QorfmtHost::MainWindow window(options, libraries, nullptr, nullptr);
+    window.show();
+    std::string typedName;
+    int filterShown = -1;
+    bool nameHadFocus = false;
+    window.presenter().onDialogShown = [&](DialogWindow& w) {
+        QTimer::singleShot(0, &w, [&, pw = &w] {
+            if (pw->dialog().journalName() == "qorborder_config_main") {
+                qobject_cast<QPushButton*>(pw->control("NEW_FILE"))->click();
+                qobject_cast<QPushButton*>(pw->control("SAVEAS_FILE"))->click();
+                pw->navigationButton(3)->click();
+                return;
+            }
+            QApplication::setActiveWindow(pw);
+            nameHadFocus = QApplication::focusWidget() == pw->control("FILE_SELECTION");
+            QTest::keyClicks(QApplication::focusWidget(), "company_a3");
+            typedName = pw->dialog().item("FILE_SELECTION")->text();
+            filterShown = pw->dialog().item("FILTER")->intValue();
+            QTest::keyClick(pw, Qt::Key_Escape);
+        });
+    };
+    ASSERT_TRUE(window.runLibrary(options.library, true));
+    EXPECT_TRUE(nameHadFocus);
+    EXPECT_EQ(typedName, "company_a3");
+    EXPECT_EQ(filterShown, 0);
+}
+#endif

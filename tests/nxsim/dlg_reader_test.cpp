@@ -74,6 +74,21 @@ TEST(DlgReader, NavigationButtonsDefaultToOkAndCancel) {
     EXPECT_FALSE(layout.navigation.back);
 }
 
+TEST(DlgReader, KeepsTooltipsOfItemsAndTheDialogsMinimumWidth) {
+    DialogLayout layout = nxsim::parseDialogLayout(
+        "<dialog format=\"1\" width=\"48\">"
+        "<group label=\"G\" tooltip=\"Where it goes\">"
+        "<option name=\"ZONE_START\" label=\"Start\" tooltip=\"First zone &amp; its corner\">"
+        "<entry>A</entry></option>"
+        "<button name=\"B\" label=\"b\"/></group></dialog>",
+        "d.dlg");
+    EXPECT_EQ(layout.width, 48);
+    EXPECT_EQ(layout.elements.at(0).tooltip, "Where it goes");
+    EXPECT_EQ(layout.find("ZONE_START")->tooltip, "First zone & its corner");
+    EXPECT_EQ(layout.find("B")->tooltip, "");
+    EXPECT_EQ(nxsim::parseDialogLayout("<dialog format=\"1\"/>", "d.dlg").width, 0);
+}
+
 struct Malformed {
     const char* text;
     const char* error;
@@ -127,6 +142,10 @@ INSTANTIATE_TEST_SUITE_P(
                   "bad.dlg:1: unknown navigation button \"help\" (ok, apply, back, cancel)"},
         Malformed{"<dialog format=\"1\"><list name=\"L\" rows=\"-1\"/></dialog>",
                   "bad.dlg:1: attribute rows must be a number from 0 to 10000, not \"-1\""},
+        Malformed{"<dialog format=\"1\" width=\"wide\"/>",
+                  "bad.dlg:1: attribute width must be a number from 0 to 10000, not \"wide\""},
+        Malformed{"<dialog format=\"1\"><row tooltip=\"x\"/></dialog>",
+                  "bad.dlg:1: <row> has no attribute tooltip"},
         Malformed{"", "bad.dlg:1: malformed XML: No document element found"}));
 
 // Found with the fuzz target: thousands of nested elements exhausted the stack of the recursive

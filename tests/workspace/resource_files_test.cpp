@@ -41,6 +41,7 @@
 #include <nxsim/platform.h>
 #include <uf.h>
 
+#include <boost/filesystem/operations.hpp>
 #include <boost/make_shared.hpp>
 
 #include <gtest/gtest.h>
@@ -67,9 +68,13 @@ namespace BlockStyle = QorBorderConf::BlockStyleDialogNames;
 namespace SymbolType = QorBorderConf::SymbolTypeDialogNames;
 namespace RowType = QorBorderConf::RowTypeDialogNames;
 
+/// Whether the dialog binds a control of its file, or only the file holds it.
+enum class Binding { Bound, HeldOnly };
+
 struct BoundControl {
     const char* name;
     ItemKind kind;
+    Binding binding = Binding::Bound;
 };
 
 struct DialogResource {
@@ -273,7 +278,8 @@ std::vector<DialogResource> dialogResources() {
              {BlockLayout::DELETE_SYMBOLTYPE, ItemKind::PushButton},
              {BlockLayout::SYMBOL_GROUP, ItemKind::GroupBox},
              // In the file but neither bound nor read by the dialog.
-             {BlockLayout::UBM_FILENAME, ItemKind::StringItem},
+             // Held by the file for the layout's sake; the dialog neither binds nor reads it.
+             {BlockLayout::UBM_FILENAME, ItemKind::StringItem, Binding::HeldOnly},
          },
          {[] {
               QorBorderConf::BlockLayoutDialog dialog(
@@ -536,13 +542,50 @@ TEST_P(ResourceFiles, FileHoldsNoNamedControlTheRowDoesNotList) {
     }
 }
 
+// The stand-in records every control a shown dialog is asked for: each control of the row must
+// be among them, asked for as the kind the row says, in every way the dialog is shown.
 TEST_P(ResourceFiles, ShowingTheDialogBindsEveryControl) {
     const DialogResource& dialog = GetParam();
     ASSERT_FALSE(dialog.showings.empty());
-    for (const auto& show : dialog.showings) {
-        EXPECT_JOURNAL_PASSES(
-            TestUtil::runJournal("run\ndialog " + dialog.journalName() + "\ncancel\n", show));
+    for (std::size_t i = 0; i < dialog.showings.size(); ++i) {
+        nxsim::reset();
+        EXPECT_JOURNAL_PASSES(TestUtil::runJournal(
+            "run\ndialog " + dialog.journalName() + "\ncancel\n", dialog.showings[i]));
+        std::set<std::pair<std::string, ItemKind>> bound;
+        for (const nxsim::BoundControl& control : nxsim::boundControls()) {
+            if (control.dialog == dialog.journalName()) {
+                bound.insert({control.name, control.kind});
+            }
+        }
+        for (const BoundControl& control : dialog.controls) {
+            if (control.binding == Binding::HeldOnly) {
+                EXPECT_EQ(bound.count({control.name, control.kind}), 0u)
+                    << dialog.dialogClass << " binds " << control.name << ", held only";
+                continue;
+            }
+            EXPECT_EQ(bound.count({control.name, control.kind}), 1u)
+                << dialog.dialogClass << " (showing " << i << ") does not bind " << control.name
+                << " as " << nxsim::kindDescription(control.kind);
+        }
     }
+}
+
+// A resource file without a row would go unchecked.
+TEST(ResourceFileTable, EveryResourceFileHasARow) {
+    std::set<std::string> rows;
+    for (const DialogResource& dialog : dialogResources()) {
+        rows.insert(dialog.resourceFile);
+    }
+    std::size_t files = 0;
+    for (boost::filesystem::directory_iterator it(TestUtil::productResources()), end; it != end;
+         ++it) {
+        if (it->path().extension() == ".dlg") {
+            ++files;
+            EXPECT_EQ(rows.count(it->path().filename().string()), 1u)
+                << it->path().filename().string() << " has no row in this table";
+        }
+    }
+    EXPECT_EQ(files, rows.size());
 }
 
 std::string dialogClassOf(const ::testing::TestParamInfo<DialogResource>& row) {

@@ -40,8 +40,9 @@ bool isBindable(ItemKind kind);
 /// One element of the layout as the file gives it.
 struct DlgElement {
     ItemKind kind = ItemKind::LabelItem;
-    std::string name;  ///< resource name (upper case); may be empty for labels and arrangements
-    std::string label; ///< caption; for a LabelItem its text
+    std::string name;    ///< resource name (upper case); may be empty for labels and arrangements
+    std::string label;   ///< caption; for a LabelItem its text
+    std::string tooltip; ///< what the item means, shown when the mouse rests on it; may be empty
     /// Entries of an option menu or radio box, initial rows of a list, initial lines of a
     /// multi-line text.
     std::vector<std::string> entries;
@@ -72,6 +73,7 @@ struct DialogLayout {
     std::string fileName;         ///< its name without directories
     std::string name;             ///< the dialog name; may be empty
     std::string title;
+    int width = 0; ///< minimum width in characters, 0 for what the contents need
     DlgNavigation navigation;
     std::vector<DlgElement> elements;
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <nxsim/dlg.h>
 #include <nxsim/presenter.h>
 
 #include <boost/filesystem/path.hpp>
@@ -27,7 +28,17 @@ struct ShownPicker {
     int chosen;
 };
 
+/// A control the program asked a shown dialog for (`Dialog::Get...`), with the kind it asked for.
+struct BoundControl {
+    std::string dialog; ///< the dialog's journal name
+    std::string name;
+    ItemKind kind;
+};
+
 // Observation: what the program did to the platform, for tests and journal expectations.
+
+/// Every control asked for since the last reset, in order, also those refused.
+std::vector<BoundControl> boundControls();
 
 /// Message boxes in the order shown.
 std::vector<ShownMessage> shownMessages();
