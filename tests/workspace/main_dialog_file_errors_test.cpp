@@ -165,25 +165,20 @@ TEST_F(MainDialogFileErrors, ASaveOnAFullDiskKeepsTheDocumentModifiedAndTheDialo
 }
 
 TEST_F(MainDialogFileErrors, MovingToAnUnreadableDocumentMovesNothing) {
-    EXPECT_JOURNAL_PASSES(run(std::string(TestUtil::kOpenDocA) + R"J(
-  select BLOCKLIST 0
+    // Move chooses the target in the file picker, where the active document is not offered.
+    const std::string moveToUnreadable = R"J(
   press MOVE_ITEMS
     dialog qorfmt_config_selectfile.dlg
     expect items FILE_LIST ["docB.fordef", "unreadable.fordef"]
     select FILE_LIST 1
     ok
-  )J" + errorLine(readError(broken)) +
-                              R"J(
+  )J" + errorLine(readError(broken));
+    EXPECT_JOURNAL_PASSES(run(std::string(TestUtil::kOpenDocA) + "  select BLOCKLIST 0\n" +
+                              moveToUnreadable + R"J(
   expect items BLOCKLIST ["TB", "PL"]
   expect sensitive SAVE_FILE no
   select TRANSLATION_LIST 0
-  press MOVE_ITEMS
-    dialog qorfmt_config_selectfile.dlg
-    expect items FILE_LIST ["docB.fordef", "unreadable.fordef"]
-    select FILE_LIST 1
-    ok
-  )J" + errorLine(readError(broken)) +
-                              R"J(
+)J" + moveToUnreadable + R"J(
   expect items TRANSLATION_LIST ["DE_TB_TITLE_Drawing", "FR_TB_TITLE_Drawing"]
   expect sensitive SAVE_FILE no
   cancel

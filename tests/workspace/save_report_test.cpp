@@ -30,10 +30,9 @@ protected:
         return output;
     }
 
-    // docA, which has three findings of its own, with a block whose ID breaks translation keys
-    // and a field defined twice.
-    std::string addFaultyBlock() const {
-        return std::string(kOpenDocA) + R"J(
+    // A new block of the active document, whose ID breaks translation keys and which has a
+    // field defined twice.
+    static constexpr const char* kFaultyBlock = R"J(
   press NEWBLOCK
     dialog qorborder_config_block
     set BLOCK_ID "MY_TITLE"
@@ -47,27 +46,16 @@ protected:
       ok
     ok
 )J";
-    }
+
+    // docA, which has three findings of its own, with the faulty block.
+    static std::string addFaultyBlock() { return std::string(kOpenDocA) + kFaultyBlock; }
 };
 
 TEST_F(SaveReport, ASaveWithFindingsWritesThemToTheListingWindowInOneWrite) {
     const std::string file = site.document("faulty.fordef").string();
     EXPECT_JOURNAL_PASSES(
-        run(R"J(run
-dialog qorborder_config_main
-  press NEW_FILE
-  press NEWBLOCK
-    dialog qorborder_config_block
-    set BLOCK_ID "MY_TITLE"
-    press ADD_FIELD
-      dialog qorborder_config_field
-      set ID "NO"
-      ok
-    press ADD_FIELD
-      dialog qorborder_config_field
-      set ID "NO"
-      ok
-    ok
+        run(std::string("run\ndialog qorborder_config_main\n  press NEW_FILE\n") + kFaultyBlock +
+            R"J(
   press SAVEAS_FILE
     dialog qorfmt_config_selectfile.dlg
     set FILE_SELECTION "faulty"
