@@ -258,8 +258,14 @@ int main(int argc, char** argv) {
     renderCommand->add_option("--size", render.size, "only this drawing size")->type_name("NAME");
     renderCommand
         ->add_option("-o,--output", render.output,
-                     "the file to write: .svg, .pdf or .png (default: BORDER.pdf)")
+                     "the file to write: .svg, .pdf or .png (default: BORDER.pdf); - for "
+                     "standard output, in --format")
         ->type_name("OUT");
+    renderCommand
+        ->add_option("--format", render.format,
+                     "what -o - writes: pdf (default), svg or png (one drawing size)")
+        ->check(CLI::IsMember({"pdf", "svg", "png"}))
+        ->type_name("FORMAT");
     renderCommand->add_option("--dpi", render.dpi, "the resolution of a PNG (default: 96)")
         ->check(CLI::Range(10, 1200))
         ->type_name("N");

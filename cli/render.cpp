@@ -18,6 +18,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
+#include <iostream>
 #include <memory>
 #include <ostream>
 
@@ -182,6 +183,14 @@ void check(cairo_status_t status, const std::string& file) {
 }
 
 void save(const std::string& file, const std::string& content) {
+    if (file == kStandardStream) {
+        std::cout.write(content.data(), static_cast<std::streamsize>(content.size()));
+        std::cout.flush();
+        if (!std::cout) {
+            throw InputError("standard output: cannot write the drawing");
+        }
+        return;
+    }
     try {
         replaceFileAtomically(file, content);
     } catch (const DocumentError& e) {
@@ -397,13 +406,22 @@ void renderBorder(const BorderLayout& border, const RenderOptions& options,
     for (const DrawingSize* size : sizes) {
         drawings.push_back(frameDrawing(border, *size));
     }
-    const std::string extension = extensionOf(output);
+    const bool toStandardOutput = output == kStandardStream;
+    const std::string extension = toStandardOutput ? "." + options.format : extensionOf(output);
+    if (toStandardOutput && drawings.size() > 1 && extension != ".pdf") {
+        throw InputError("border " + q(border.id) + " has " + std::to_string(drawings.size()) +
+                         " drawing sizes, which are " + std::to_string(drawings.size()) +
+                         " files in " + options.format +
+                         ": standard output takes one (give --size, or a PDF)");
+    }
     if (extension == ".pdf") {
         const std::string title =
             "Border " + border.id + (border.description.empty() ? "" : ": " + border.description);
         writePdf(drawings, output, title);
-        out << output << ": " << drawings.size() << (drawings.size() == 1 ? " page" : " pages")
-            << "\n";
+        if (!toStandardOutput) {
+            out << output << ": " << drawings.size() << (drawings.size() == 1 ? " page" : " pages")
+                << "\n";
+        }
         return;
     }
     if (extension != ".svg" && extension != ".png") {
@@ -416,7 +434,9 @@ void renderBorder(const BorderLayout& border, const RenderOptions& options,
         } else {
             writePng(drawings[i], file, options.dpi);
         }
-        out << file << ": " << sizes[i]->name << "\n";
+        if (!toStandardOutput) {
+            out << file << ": " << sizes[i]->name << "\n";
+        }
     }
 }
 
@@ -446,6 +466,9 @@ int runRender(const RenderOptions& options, std::ostream& out, std::ostream& err
             return 0;
         }
         if (options.all) {
+            if (options.output == kStandardStream) {
+                throw InputError("--all writes a file per border; standard output takes one");
+            }
             if (borders.empty()) {
                 throw InputError(inputName(options.file) + " has no borders");
             }

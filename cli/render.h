@@ -38,12 +38,13 @@ FrameDrawing frameDrawing(const QorBorder::BorderLayout& border,
 
 struct RenderOptions {
     std::string file;
-    std::string border; ///< required unless `all` or `list`
-    bool all = false;   ///< every border of the document, each in its own file (OUT-BORDER)
-    bool list = false;  ///< only name the borders and their sizes
-    std::string size;   ///< empty: every size of the border
-    std::string output; ///< .svg, .pdf or .png; empty: BORDER.pdf
-    int dpi = 96;       ///< resolution of a PNG
+    std::string border;         ///< required unless `all` or `list`
+    bool all = false;           ///< every border of the document, each in its own file (OUT-BORDER)
+    bool list = false;          ///< only name the borders and their sizes
+    std::string size;           ///< empty: every size of the border
+    std::string output;         ///< .svg, .pdf or .png; empty: BORDER.pdf; "-": standard output
+    std::string format = "pdf"; ///< pdf, svg or png: what standard output gets
+    int dpi = 96;               ///< resolution of a PNG
 };
 
 /// Draws the border's drawing sizes at true scale: one page per size in a PDF (titled after the

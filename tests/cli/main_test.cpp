@@ -311,3 +311,21 @@ TEST(QorfmtProgram, LintWritesSarifToTheNamedFile) {
     EXPECT_TRUE(contains(TestUtil::readFile(sarif), "\"version\": \"" QORFMT_VERSION "\""));
     EXPECT_TRUE(contains(TestUtil::readFile(sarif), "\"results\": []"));
 }
+
+TEST(QorfmtProgram, RenderWritesOneDrawingToStandardOutputWithDash) {
+    const std::string borders =
+        (kExamples / "site" / "format_defs" / "iso5457_borders.fordef").string();
+    const Result pdf = qorfmt({"render", borders, "--border", "ISO5457", "-o", "-"});
+    EXPECT_EQ(pdf.exitCode, 0) << pdf.err;
+    EXPECT_EQ(pdf.out.rfind("%PDF-", 0), 0u);
+    EXPECT_EQ(pdf.err, "");
+    const Result svg = qorfmt(
+        {"render", borders, "--border", "ISO5457", "--size", "A3", "-o", "-", "--format", "svg"});
+    EXPECT_EQ(svg.exitCode, 0) << svg.err;
+    EXPECT_TRUE(contains(svg.out, "width=\"420mm\"")) << svg.out.substr(0, 300);
+    const Result several =
+        qorfmt({"render", borders, "--border", "ISO5457", "-o", "-", "--format", "png"});
+    EXPECT_EQ(several.exitCode, 2);
+    EXPECT_EQ(several.out, "");
+    EXPECT_TRUE(contains(several.err, "standard output takes one")) << several.err;
+}
