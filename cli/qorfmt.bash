@@ -39,6 +39,7 @@ _qorfmt() {
     --format)
         case $command in
         lint) COMPREPLY=($(compgen -W "text json sarif github" -- "$cur")) ;;
+        render) COMPREPLY=($(compgen -W "pdf svg png" -- "$cur")) ;;
         *) COMPREPLY=($(compgen -W "text json" -- "$cur")) ;;
         esac
         return
@@ -65,7 +66,7 @@ _qorfmt() {
     fmt) options="--check --diff --drop-comments" ;;
     diff) options="--format --git" ;;
     merge) options="-o --output --name" ;;
-    render) options="--border --size -o --output --dpi" ;;
+    render) options="--border --size --all --list -o --output --format --dpi" ;;
     translations)
         if [[ -z $sub ]]; then
             COMPREPLY=($(compgen -W "export template import coverage --help" -- "$cur"))

@@ -94,6 +94,8 @@ TEST(Install, BashCompletesCommandsOptionsValuesAndDocuments) {
         {{"qorfmt", "translations", "t"}, "template"},
         {{"qorfmt", "lint", "--format", "s"}, "sarif"},
         {{"qorfmt", "diff", "--format", ""}, "json text"},
+        {{"qorfmt", "render", "--format", "p"}, "pdf png"},
+        {{"qorfmt", "render", "--l"}, "--list"},
         {{"qorfmt", "lint", "--max"}, "--max-warnings"},
         {{"qorfmt", "fmt", "--d"}, "--diff --drop-comments"},
         {{"qorfmt", "lint", ""}, "a.fordef sub"},
