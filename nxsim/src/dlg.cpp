@@ -1,5 +1,7 @@
 #include <nxsim/dlg.h>
 
+#include "regular_file.h"
+
 #include <boost/filesystem/operations.hpp>
 #include <pugixml.hpp>
 
@@ -398,16 +400,13 @@ DialogLayout parseDialogLayout(const std::string& text, const fs::path& file) {
 }
 
 DialogLayout readDialogLayout(const fs::path& file) {
-    std::ifstream in(file.string(), std::ios::binary);
-    if (!in) {
-        throw DlgError(file.string() + ":0: cannot be read");
+    std::string text;
+    try {
+        text = detail::readRegularFile(file, detail::kMaxDialogBytes, "a dialog resource file");
+    } catch (const detail::UnreadableFile& error) {
+        throw DlgError(file.string() + ":0: " + error.what());
     }
-    std::ostringstream text;
-    text << in.rdbuf();
-    if (in.bad()) {
-        throw DlgError(file.string() + ":0: cannot be read");
-    }
-    return parseDialogLayout(text.str(), file);
+    return parseDialogLayout(text, file);
 }
 
 std::vector<fs::path> resourcePath() {
