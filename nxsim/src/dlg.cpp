@@ -446,12 +446,13 @@ fs::path findDialogResource(const std::string& name) {
     fs::path given(name);
     if (given.is_absolute() || given.has_parent_path()) {
         boost::system::error_code ec;
-        return fs::is_regular_file(given, ec) ? given : fs::path();
+        return fs::exists(given, ec) ? given : fs::path();
     }
     for (const fs::path& dir : resourcePath()) {
         boost::system::error_code ec;
         fs::path candidate = dir / given;
-        if (fs::is_regular_file(candidate, ec)) {
+        // Whatever is there is taken: the reader names a FIFO or a folder for what it is.
+        if (fs::exists(candidate, ec)) {
             return candidate;
         }
     }
