@@ -3,6 +3,7 @@
 #include "model/document_error.h"
 
 #include "base/regular_file.h"
+#include "base/write_signals.h"
 
 #include <boost/filesystem/operations.hpp>
 
@@ -140,43 +141,6 @@ bool processIsGone(pid_t pid, unsigned long long start) {
     const unsigned long long now = processStart(pid);
     return start != 0 && now != 0 && now != start;
 }
-
-// Blocks SIGXFSZ and SIGPIPE in this thread while a save writes, so that a file size limit or a
-// closed pipe fails the write with its error instead of ending the process (in NX: the CAD
-// session with every unsaved document). A signal raised meanwhile is taken back before they
-// are unblocked.
-class WriteSignalsHeld {
-public:
-    WriteSignalsHeld() {
-        ::sigemptyset(&m_signals);
-        ::sigaddset(&m_signals, SIGXFSZ);
-        ::sigaddset(&m_signals, SIGPIPE);
-        ::pthread_sigmask(SIG_BLOCK, &m_signals, &m_previous);
-        ::sigpending(&m_pendingBefore);
-    }
-    ~WriteSignalsHeld() {
-        sigset_t pending;
-        ::sigpending(&pending);
-        for (const int signal : {SIGXFSZ, SIGPIPE}) {
-            if (!::sigismember(&m_previous, signal) && ::sigismember(&pending, signal) == 1 &&
-                ::sigismember(&m_pendingBefore, signal) != 1) {
-                sigset_t one;
-                ::sigemptyset(&one);
-                ::sigaddset(&one, signal);
-                const struct timespec now {};
-                ::sigtimedwait(&one, nullptr, &now);
-            }
-        }
-        ::pthread_sigmask(SIG_SETMASK, &m_previous, nullptr);
-    }
-    WriteSignalsHeld(const WriteSignalsHeld&) = delete;
-    WriteSignalsHeld& operator=(const WriteSignalsHeld&) = delete;
-
-private:
-    sigset_t m_signals;
-    sigset_t m_previous;
-    sigset_t m_pendingBefore;
-};
 
 // The file a save writes: `file`, or the end of its chain of symbolic links, also when that end
 // does not exist (it is then created and the links are kept).
@@ -330,7 +294,9 @@ FileState replaceFileAtomically(const fs::path& file, const ContentProducer& pro
     if (name.empty()) {
         throw DocumentError(name, 0, "the document has no file name");
     }
-    const WriteSignalsHeld signalsHeld;
+    // A file size limit or a closed pipe fails the write instead of ending the process (in NX:
+    // the CAD session with every unsaved document).
+    const Base::WriteSignalsHeld signalsHeld;
     // Replace the file a link points to, not the link.
     const fs::path target = saveTarget(file);
     struct stat existing {};

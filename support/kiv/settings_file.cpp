@@ -55,9 +55,12 @@ std::vector<SettingsEntry> parseSettings(std::string content, const fs::path& fi
         start = end + 1;
         ++number;
         const std::string where = file.string() + ":" + std::to_string(number) + ": ";
-        for (const char c : text) {
+        for (std::size_t i = 0; i < text.size(); ++i) {
+            const char c = text[i];
             const unsigned char byte = static_cast<unsigned char>(c);
-            if ((byte < 0x20 && c != '\t' && c != '\r') || byte == 0x7F) {
+            // A carriage return ends a line written on Windows; anywhere else it hides text.
+            const bool lineEnd = c == '\r' && i + 1 == text.size();
+            if ((byte < 0x20 && c != '\t' && !lineEnd) || byte == 0x7F) {
                 throw ConfigurationError(where + "a control character in the line '" +
                                          Base::visibleText(text) + "'");
             }

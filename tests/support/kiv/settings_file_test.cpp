@@ -95,3 +95,11 @@ TEST(SettingsFile, ALinkWhoseTargetIsGoneIsAnError) {
     fs::create_symlink("gone.conf", file);
     EXPECT_EQ(errorOf(file), file.string() + ": cannot open the file: No such file or directory");
 }
+
+TEST(SettingsFile, ACarriageReturnEndsALineButIsRefusedWithinOne) {
+    TestUtil::TempDir dir;
+    const fs::path file =
+        dir.write("site.conf", "default_configuration = a\r\nconfig\ruration = b\r\n");
+    EXPECT_EQ(errorOf(file), file.string() + ":2: a control character in the line "
+                                             "'config\\ruration = b\\r'");
+}
