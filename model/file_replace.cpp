@@ -90,22 +90,41 @@ unsigned long long processStart(pid_t pid) {
     return std::strtoull(stat.c_str() + at, nullptr, 10);
 }
 
-// A hidden name `.LEAF.qorfmt-PID-START.XXXXXXXX` that carries the saving process's identity,
-// so that a later save can tell a temporary whose process is gone from one still being written.
+// This machine's name as it may stand in a file name ('_' for anything else); a folder on a
+// network file system is shared by several machines, whose process IDs mean nothing here.
+std::string hostName() {
+    char name[256] = {};
+    if (::gethostname(name, sizeof name - 1) != 0 || name[0] == '\0') {
+        return "localhost";
+    }
+    std::string host = name;
+    for (char& c : host) {
+        if (!std::isalnum(static_cast<unsigned char>(c)) && c != '-' && c != '.') {
+            c = '_';
+        }
+    }
+    return host;
+}
+
+// A hidden name `.LEAF.qorfmt-PID-START-HOST.XXXXXXXX` that carries the saving process's
+// identity, so that a later save can tell a temporary whose process is gone from one still being
+// written.
 std::string temporaryName(const std::string& leaf) {
     static const char letters[] = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789";
     std::random_device random;
     const pid_t pid = ::getpid();
     std::string name = "." + leaf + kTemporaryMark + std::to_string(pid) + "-" +
-                       std::to_string(processStart(pid)) + ".";
+                       std::to_string(processStart(pid)) + "-" + hostName() + ".";
     for (int i = 0; i < kRandomLetters; ++i) {
         name += letters[random() % (sizeof letters - 1)];
     }
     return name;
 }
 
-// The process a temporary's name says wrote it; false for any name not of that exact shape.
-bool temporaryOwner(const std::string& name, pid_t& pid, unsigned long long& start) {
+// The process a temporary's name says wrote it, and on which machine; false for any name not of
+// that exact shape.
+bool temporaryOwner(const std::string& name, pid_t& pid, unsigned long long& start,
+                    std::string& host) {
     const std::size_t size = name.size();
     if (size < 2 + sizeof kTemporaryMark + kRandomLetters || name[0] != '.' ||
         name[size - kRandomLetters - 1] != '.') {
@@ -121,15 +140,18 @@ bool temporaryOwner(const std::string& name, pid_t& pid, unsigned long long& sta
     if (mark == std::string::npos || mark < 2) {
         return false;
     }
+    // PID-START-HOST: two numbers, then the host name.
     const std::string identity = head.substr(mark + sizeof kTemporaryMark - 1);
-    const auto dash = identity.find('-');
-    if (dash == 0 || dash == std::string::npos || dash + 1 == identity.size() ||
-        identity.find_first_not_of("0123456789-") != std::string::npos ||
-        identity.find('-', dash + 1) != std::string::npos || dash > 9) {
+    const auto first = identity.find('-');
+    const auto second = first == std::string::npos ? first : identity.find('-', first + 1);
+    if (first == 0 || first > 9 || second == std::string::npos || second == first + 1 ||
+        second + 1 == identity.size() || identity.find_first_not_of("0123456789") != first ||
+        identity.find_first_not_of("0123456789", first + 1) != second) {
         return false;
     }
-    pid = static_cast<pid_t>(std::stol(identity.substr(0, dash)));
-    start = std::strtoull(identity.c_str() + dash + 1, nullptr, 10);
+    pid = static_cast<pid_t>(std::stol(identity.substr(0, first)));
+    start = std::strtoull(identity.c_str() + first + 1, nullptr, 10);
+    host = identity.substr(second + 1);
     return pid > 0;
 }
 
@@ -161,7 +183,8 @@ fs::path saveTarget(const fs::path& file) {
 }
 
 // Removes from `folder` the temporaries of saves whose process is gone: regular files of this
-// user whose name has the exact shape temporaryName gives. Returns how many went.
+// user, written on this machine, whose name has the exact shape temporaryName gives. Returns how
+// many went.
 int removeAbandonedTemporaries(int folder) {
     const int listed = ::openat(folder, ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC);
     if (listed < 0) {
@@ -174,11 +197,14 @@ int removeAbandonedTemporaries(int folder) {
     }
     int removed = 0;
     const uid_t me = ::geteuid();
+    const std::string thisHost = hostName();
     while (const struct dirent* entry = ::readdir(entries)) {
         const std::string entryName = entry->d_name;
         pid_t pid = 0;
         unsigned long long start = 0;
-        if (entryName[0] != '.' || !temporaryOwner(entryName, pid, start)) {
+        std::string host;
+        if (entryName[0] != '.' || !temporaryOwner(entryName, pid, start, host) ||
+            host != thisHost) {
             continue;
         }
         struct stat info {};

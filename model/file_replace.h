@@ -22,9 +22,9 @@ using CommitCheck = std::function<void()>;
 enum class TemporaryFile {
     /// Unnamed (O_TMPFILE) where the file system allows it, else named as below.
     Unnamed,
-    /// A hidden file `.NAME.qorfmt-PID-START.XXXXXXXX` beside the target, naming the saving
-    /// process; a save killed while writing leaves it, and the next save or open in the folder
-    /// removes it.
+    /// A hidden file `.NAME.qorfmt-PID-START-HOST.XXXXXXXX` beside the target, naming the saving
+    /// process and its machine; a save killed while writing leaves it, and the next save or open
+    /// in the folder removes it.
     Named,
 };
 
@@ -46,7 +46,8 @@ FileState replaceFileAtomically(const boost::filesystem::path& file, const Conte
 FileState replaceFileAtomically(const boost::filesystem::path& file, const std::string& content);
 
 /// Removes the hidden temporaries of saves in `folder` whose process is gone: files of this user
-/// named `.NAME.qorfmt-PID-START.XXXXXXXX` where no process PID started at START runs any more.
+/// named `.NAME.qorfmt-PID-START-HOST.XXXXXXXX` where HOST is this machine and no process PID
+/// started at START runs on it any more.
 /// Returns how many were removed; a folder that cannot be listed counts 0.
 int removeAbandonedTemporaries(const boost::filesystem::path& folder);
 

@@ -13,6 +13,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cctype>
 #include <fstream>
 #include <sstream>
 #include <string>
@@ -62,9 +63,22 @@ unsigned long long startOf(pid_t pid) {
     return std::stoull(field);
 }
 
-std::string temporary(const std::string& leaf, pid_t pid, unsigned long long start) {
-    return "." + leaf + ".qorfmt-" + std::to_string(pid) + "-" + std::to_string(start) +
-           ".AbCd1234";
+std::string thisHost() {
+    char name[256] = {};
+    ::gethostname(name, sizeof name - 1);
+    std::string host = name;
+    for (char& c : host) {
+        if (!std::isalnum(static_cast<unsigned char>(c)) && c != '-' && c != '.') {
+            c = '_';
+        }
+    }
+    return host.empty() ? "localhost" : host;
+}
+
+std::string temporary(const std::string& leaf, pid_t pid, unsigned long long start,
+                      const std::string& host = thisHost()) {
+    return "." + leaf + ".qorfmt-" + std::to_string(pid) + "-" + std::to_string(start) + "-" +
+           host + ".AbCd1234";
 }
 
 } // namespace
@@ -82,7 +96,7 @@ TEST(FileReplace, NamedTemporaryCarriesTheSavingProcessInItsName) {
         CommitCheck(), TemporaryFile::Named);
     ASSERT_EQ(whileWriting.size(), 1u);
     const std::string expected = ".a.fordef.qorfmt-" + std::to_string(::getpid()) + "-" +
-                                 std::to_string(startOf(::getpid())) + ".";
+                                 std::to_string(startOf(::getpid())) + "-" + thisHost() + ".";
     EXPECT_EQ(whileWriting[0].substr(0, expected.size()), expected);
     EXPECT_EQ(whileWriting[0].size(), expected.size() + 8);
 }
@@ -117,19 +131,23 @@ TEST(FileReplace, TemporaryOfAReusedProcessIdIsRemoved) {
 TEST(FileReplace, OnlyFilesOfTheExactNameShapeAndOwnerAreRemoved) {
     TestUtil::TempDir dir;
     const pid_t ended = endedProcess();
+    const std::string identity = std::to_string(ended) + "-0-" + thisHost();
     const std::vector<std::string> kept = {
-        "." + std::string("a.fordef.qorfmt-") + std::to_string(ended) + "-0.AbCd123", // 7 letters
-        "a.fordef.qorfmt-" + std::to_string(ended) + "-0.AbCd1234",                   // not hidden
-        ".a.fordef.AbCd1234",                                                         // no process
-        "." + std::string("a.fordef.qorfmt-x") + std::to_string(ended) +
-            "-0.AbCd1234",                                  // not a number
-        ".qorfmt-" + std::to_string(ended) + "-0.AbCd1234", // no file name
+        ".a.fordef.qorfmt-" + identity + ".AbCd123",                 // 7 letters
+        "a.fordef.qorfmt-" + identity + ".AbCd1234",                 // not hidden
+        ".a.fordef.AbCd1234",                                        // no process
+        ".a.fordef.qorfmt-x" + identity + ".AbCd1234",               // not a number
+        ".a.fordef.qorfmt-" + std::to_string(ended) + "-0.AbCd1234", // no machine
+        ".qorfmt-" + identity + ".AbCd1234",                         // no file name
     };
     for (const std::string& name : kept) {
         dir.write(name, "not ours");
     }
     dir.mkdir(temporary("folder", ended, 0));
+    // Written on another machine sharing the folder: its process IDs mean nothing here.
+    dir.write(temporary("remote.fordef", ended, 0, "another-host"), "being written there");
     std::vector<std::string> expected = kept;
+    expected.push_back(temporary("remote.fordef", ended, 0, "another-host"));
     expected.push_back(temporary("folder", ended, 0));
     if (::geteuid() == 0) {
         // Another user's file of the exact shape.
