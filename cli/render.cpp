@@ -295,8 +295,9 @@ FrameDrawing frameDrawing(const BorderLayout& border, const DrawingSize& size) {
     const double toMillimetres = border.units == Millimeters ? 1.0 : kMillimetresPerInch;
     if (size.length * toMillimetres > kMaxSheetMillimetres ||
         size.height * toMillimetres > kMaxSheetMillimetres) {
-        throw InputError(what + ": the " + numberText(size.length) + " x " +
-                         numberText(size.height) + " sheet is longer than 100 m along an edge");
+        throw InputError(what + ": the " + Fordef::formatDouble(size.length) + " x " +
+                         Fordef::formatDouble(size.height) +
+                         " sheet is longer than 100 m along an edge");
     }
     // Checked before the zones are made: each one is an entry with its label.
     for (const int zones : {size.horizontalZones, size.verticalZones}) {
