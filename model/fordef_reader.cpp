@@ -619,20 +619,39 @@ bool xmlAllows(unsigned long code) {
            (code >= 0xE000 && code <= 0xFFFD) || (code >= 0x10000 && code <= 0x10FFFF);
 }
 
+// Where the first control character XML forbids is, or `size`. Blocks without one, nearly all,
+// are passed over by a loop the compiler turns into vector instructions.
+std::size_t firstForbiddenControl(const char* data, std::size_t size) {
+    constexpr std::size_t kBlock = 4096;
+    for (std::size_t start = 0; start < size; start += kBlock) {
+        const std::size_t end = std::min(size, start + kBlock);
+        unsigned found = 0;
+        for (std::size_t i = start; i < end; ++i) {
+            const unsigned char c = static_cast<unsigned char>(data[i]);
+            found |= static_cast<unsigned>(c < 0x20) & static_cast<unsigned>(c != '\t') &
+                     static_cast<unsigned>(c != '\n') & static_cast<unsigned>(c != '\r');
+        }
+        if (found) {
+            for (std::size_t i = start; i < end; ++i) {
+                if (!xmlAllows(static_cast<unsigned char>(data[i]))) {
+                    return i;
+                }
+            }
+        }
+    }
+    return size;
+}
+
 // The parser would take a control character, or a reference to one such as "&#0;" (which cut
 // the text short), where XML forbids it: refuse them rather than read a text that is not the
-// file's.
+// file's. The first in the file is named.
 void refuseForbiddenCharacters(const char* data, std::size_t size) {
-    for (std::size_t i = 0; i < size; ++i) {
-        const unsigned char c = static_cast<unsigned char>(data[i]);
-        if (c < 0x20 && !xmlAllows(c)) {
-            char code[8];
-            std::snprintf(code, sizeof code, "U+%04X", c);
-            throw ContentError{static_cast<std::ptrdiff_t>(i),
-                               std::string("control character ") + code +
-                                   " is a character XML does not allow"};
-        }
-        if (c != '&' || i + 2 >= size || data[i + 1] != '#') {
+    const std::size_t control = firstForbiddenControl(data, size);
+    for (const char* at = static_cast<const char*>(std::memchr(data, '&', control)); at;
+         at = static_cast<const char*>(
+             std::memchr(at + 1, '&', control - static_cast<std::size_t>(at + 1 - data)))) {
+        const std::size_t i = static_cast<std::size_t>(at - data);
+        if (i + 2 >= size || data[i + 1] != '#') {
             continue;
         }
         std::size_t end = i + 2;
@@ -657,6 +676,13 @@ void refuseForbiddenCharacters(const char* data, std::size_t size) {
                                    quoted(std::string(data + i, end + 1 - i).c_str()) +
                                    " names a character XML does not allow"};
         }
+    }
+    if (control < size) {
+        char code[8];
+        std::snprintf(code, sizeof code, "U+%04X", static_cast<unsigned char>(data[control]));
+        throw ContentError{static_cast<std::ptrdiff_t>(control),
+                           std::string("control character ") + code +
+                               " is a character XML does not allow"};
     }
 }
 

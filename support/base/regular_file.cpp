@@ -70,32 +70,35 @@ std::string readRegularFile(const boost::filesystem::path& file, std::uint64_t l
         throw UnreadableFile(tooLarge);
     }
     ::fcntl(fd, F_SETFL, ::fcntl(fd, F_GETFL) & ~O_NONBLOCK);
-    std::string content;
-    content.resize(static_cast<std::size_t>(status.st_size));
+    // Read into the size the file has, then on to its end in pieces (a file that grew, or one
+    // whose size stat does not know, as in /proc), without moving what was read.
+    std::string content(static_cast<std::size_t>(status.st_size), '\0');
     std::size_t have = 0;
-    while (true) {
-        if (have == content.size()) {
-            // A file that grew, or one whose size stat does not know (as in /proc).
-            if (content.size() > limit) {
-                throw UnreadableFile(tooLarge);
+    const auto readSome = [fd](char* into, std::size_t room) {
+        while (true) {
+            const ssize_t got = ::read(fd, into, room);
+            if (got >= 0) {
+                return static_cast<std::size_t>(got);
             }
-            content.resize(have + (1 << 16));
+            if (errno != EINTR) {
+                throw UnreadableFile(std::string("cannot read the file: ") + std::strerror(errno));
+            }
         }
-        const ssize_t got = ::read(fd, &content[have], content.size() - have);
-        if (got < 0 && errno == EINTR) {
-            continue;
-        }
-        if (got < 0) {
-            throw UnreadableFile(std::string("cannot read the file: ") + std::strerror(errno));
-        }
+    };
+    while (have < content.size()) {
+        const std::size_t got = readSome(&content[have], content.size() - have);
         if (got == 0) {
             break;
         }
-        have += static_cast<std::size_t>(got);
+        have += got;
     }
     content.resize(have);
-    if (content.size() > limit) {
-        throw UnreadableFile(tooLarge);
+    char chunk[1 << 16];
+    while (const std::size_t got = readSome(chunk, sizeof chunk)) {
+        content.append(chunk, got);
+        if (content.size() > limit) {
+            throw UnreadableFile(tooLarge);
+        }
     }
     if (info) {
         *info = status;

@@ -159,6 +159,30 @@ TEST(FordefReader, ACharacterReferenceToNulIsRefusedNotCut) {
     }
 }
 
+TEST(FordefReader, TheFirstForbiddenCharacterInTheFileIsNamed) {
+    const std::string referenceFirst = "<fordef version=\"1\">\n"
+                                       "  <translation key=\"&#x1F;\" text=\"a\x02\"/>\n"
+                                       "</fordef>\n";
+    const std::string controlFirst = "<fordef version=\"1\">\n"
+                                     "  <translation key=\"\x02\"\n"
+                                     "               text=\"&#0;\"/>\n"
+                                     "</fordef>\n";
+    try {
+        FordefReader::parse(referenceFirst.data(), referenceFirst.size(), "a.fordef");
+        FAIL() << "read without an error";
+    } catch (const DocumentError& error) {
+        EXPECT_EQ(std::string(error.what()), "a.fordef:2: character reference '&#x1F;' names a "
+                                             "character XML does not allow");
+    }
+    try {
+        FordefReader::parse(controlFirst.data(), controlFirst.size(), "b.fordef");
+        FAIL() << "read without an error";
+    } catch (const DocumentError& error) {
+        EXPECT_EQ(std::string(error.what()),
+                  "b.fordef:2: control character U+0002 is a character XML does not allow");
+    }
+}
+
 TEST(FordefReader, ALineFeedByReferenceIsStillRead) {
     const std::string xml = "<fordef version=\"1\">\n"
                             "  <translation key=\"A&#10;B&#x9;C\" text=\"x\"/>\n"
