@@ -30,7 +30,8 @@ public:
     explicit Parser(const fs::path& file) : m_file(file) {}
 
     [[noreturn]] void fail(const std::string& reason) const {
-        throw PartFileError(m_file.string() + ":" + std::to_string(m_line) + ": " + reason);
+        throw PartFileError(m_file.string() + ":" + std::to_string(m_line) + ": " +
+                            detail::visibleText(reason));
     }
 
     double number(const std::string& word) const {

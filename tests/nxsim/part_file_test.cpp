@@ -116,6 +116,7 @@ INSTANTIATE_TEST_SUITE_P(
                 "p.prt:3: \"x\" is not a number"},
         BadPart{"qorfmt-part 1\npoint 1 0 0 0\nline 1 0 0 0 1 1 1\n",
                 "p.prt:3: tag 1 is used twice (first on line 2)"},
+        BadPart{"qorfmt-part 1\npoint 1 0 \x01 0\n", "p.prt:2: \"\\x01\" is not a number"},
         BadPart{"qorfmt-part 1\nsolid 1\n",
                 "p.prt:2: unknown line \"solid\" (units, drawing, current, point, line)"}));
 
