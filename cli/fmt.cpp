@@ -1,5 +1,7 @@
 #include "fmt.h"
 
+#include "base/regular_file.h"
+
 #include "site.h"
 
 #include "model/document_error.h"
@@ -29,10 +31,11 @@ Reading readDocument(const std::string& file) {
     } catch (const DocumentError& e) {
         throw InputError(e.what());
     }
-    std::ifstream in(file, std::ios::binary);
-    const std::string bytes((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
-    if (!in.good() && !in.eof()) {
-        throw InputError(file + ": cannot read the file");
+    std::string bytes;
+    try {
+        bytes = Base::readRegularFile(file, Base::kMaxDocumentBytes, "a document");
+    } catch (const Base::UnreadableFile& error) {
+        throw InputError(file + ": " + error.what());
     }
     reading.canonical = bytes == FordefWriter::toXml(*reading.document);
     return reading;

@@ -5,6 +5,8 @@
 #include "model/document_error.h"
 #include "model/fordef_writer.h"
 
+#include "base/regular_file.h"
+
 #include <boost/filesystem/operations.hpp>
 
 #include <gettext-po.h>
@@ -17,6 +19,7 @@
 #include <iostream>
 #include <iterator>
 #include <memory>
+#include <sys/mman.h>
 #include <type_traits>
 #include <unistd.h>
 
@@ -31,20 +34,38 @@ namespace {
 struct ProblemLog {
     std::string first; ///< the first error, FILE:LINE: TEXT
     bool failed = false;
+    std::string readName;    ///< the name the library was given to read ...
+    std::string displayName; ///< ... and the one to show for it
+    /// When the first error involves a second message (a message defined twice) whose place the
+    /// library does not give: that message, and the error's text before and after its place.
+    po_message_t other = nullptr;
+    std::string beforeOther;
+    std::string afterOther;
 };
 thread_local ProblemLog* currentLog = nullptr;
 
-void note(int severity, const char* filename, std::size_t lineno, const char* text) {
-    if (!currentLog || severity == PO_SEVERITY_WARNING || currentLog->failed) {
-        return;
-    }
+std::string place(const char* filename, std::size_t lineno) {
     std::string where = filename ? filename : "";
+    if (currentLog && !currentLog->readName.empty() && where == currentLog->readName) {
+        where = currentLog->displayName;
+    }
     if (filename && lineno != static_cast<std::size_t>(-1)) {
         where += ":" + std::to_string(lineno);
     }
+    return where;
+}
+
+std::string withoutFinalNewlines(const char* text) {
     std::string message = text ? text : "";
     while (!message.empty() && message.back() == '\n') {
         message.pop_back();
+    }
+    return message;
+}
+
+void note(int severity, const std::string& where, const std::string& message) {
+    if (!currentLog || severity == PO_SEVERITY_WARNING || currentLog->failed) {
+        return;
     }
     currentLog->first = where.empty() ? message : where + ": " + message;
     currentLog->failed = true;
@@ -54,14 +75,26 @@ void note(int severity, const char* filename, std::size_t lineno, const char* te
 // before, or a failed write); returning from them lets the library clean up after itself.
 void onProblem(int severity, po_message_t, const char* filename, std::size_t lineno, std::size_t,
                int, const char* text) {
-    note(severity, filename, lineno, text);
+    note(severity, place(filename, lineno), withoutFinalNewlines(text));
 }
 
+// Two places, as for a message defined twice: both are named, the second in parentheses.
 void onProblemPair(int severity, po_message_t, const char* filename1, std::size_t lineno1,
-                   std::size_t, int, const char* text1, po_message_t, const char*, std::size_t,
-                   std::size_t, int, const char* text2) {
-    note(severity, filename1, lineno1,
-         (std::string(text1 ? text1 : "") + " " + (text2 ? text2 : "")).c_str());
+                   std::size_t, int, const char* text1, po_message_t message2,
+                   const char* filename2, std::size_t lineno2, std::size_t, int,
+                   const char* text2) {
+    const bool located = filename2 && lineno2 != static_cast<std::size_t>(-1);
+    const bool firstError = currentLog && !currentLog->failed && severity != PO_SEVERITY_WARNING;
+    note(severity, place(filename1, lineno1),
+         withoutFinalNewlines(text1) + " (" + (located ? place(filename2, lineno2) + ": " : "") +
+             withoutFinalNewlines(text2) + ")");
+    if (firstError && !located && message2) {
+        // Located once the file is read, from where that message starts.
+        currentLog->other = message2;
+        currentLog->beforeOther =
+            place(filename1, lineno1) + ": " + withoutFinalNewlines(text1) + " (";
+        currentLog->afterOther = ": " + withoutFinalNewlines(text2) + ")";
+    }
 }
 
 const po_xerror_handler kHandler = {onProblem, onProblemPair};
@@ -232,22 +265,61 @@ void writePoFile(const PoCatalog& catalog, const fs::path& file) {
 
 PoCatalog readPoFile(const fs::path& file) {
     const std::string name = file.string();
-    {
-        std::ifstream probe(name, std::ios::binary);
-        if (!probe) {
-            throw InputError(name + ": cannot open the file: " + std::strerror(errno));
+    std::string content;
+    try {
+        content = Base::readRegularFile(file, Base::kMaxCatalogBytes, "a catalog");
+    } catch (const Base::UnreadableFile& error) {
+        throw InputError(name + ": " + error.what());
+    }
+    return parsePoCatalog(std::move(content), name);
+}
+
+PoCatalog parsePoCatalog(std::string content, const std::string& name) {
+    // A byte order mark is no part of the first keyword (the library calls it a syntax error).
+    if (content.compare(0, 3, "\xEF\xBB\xBF") == 0) {
+        content.erase(0, 3);
+    }
+    // The library reads by name: it gets the bytes checked here, from a file in memory, and its
+    // messages name the real file.
+    const int memory = ::memfd_create("qorfmt-po", MFD_CLOEXEC);
+    if (memory < 0) {
+        throw InputError(name + ": cannot read the file: " + std::strerror(errno));
+    }
+    struct Closer {
+        int fd;
+        ~Closer() { ::close(fd); }
+    } closer{memory};
+    for (std::size_t done = 0; done < content.size();) {
+        const ssize_t wrote = ::write(memory, content.data() + done, content.size() - done);
+        if (wrote < 0 && errno != EINTR) {
+            throw InputError(name + ": cannot read the file: " + std::strerror(errno));
         }
+        done += wrote > 0 ? static_cast<std::size_t>(wrote) : 0;
     }
     ProblemLog log;
+    log.readName = "/proc/self/fd/" + std::to_string(memory);
+    log.displayName = name;
     PoFile po;
     {
         LogScope scope(log);
-        po.reset(po_file_read(name.c_str(), &kHandler));
+        po.reset(po_file_read(log.readName.c_str(), &kHandler));
     }
     if (!po) {
-        throw InputError(name + ": cannot open the file: " + std::strerror(errno));
+        throw InputError(name + ": cannot read the file: " + std::strerror(errno));
     }
     if (log.failed) {
+        if (log.other) {
+            const std::vector<int> starts = messageStartLines(content);
+            PoIterator iterator(po_message_iterator(po.get(), nullptr));
+            std::size_t index = 0;
+            while (po_message_t message = po_next_message(iterator.get())) {
+                if (message == log.other && index < starts.size()) {
+                    throw InputError(log.beforeOther + name + ":" + std::to_string(starts[index]) +
+                                     log.afterOther);
+                }
+                ++index;
+            }
+        }
         throw InputError(log.first);
     }
     PoCatalog catalog;
@@ -260,7 +332,7 @@ PoCatalog readPoFile(const fs::path& file) {
     if (!isUtf8Charset(contentType)) {
         throw InputError(name + ": the catalog is not in UTF-8 (" + contentType + ")");
     }
-    const std::vector<int> starts = messageStartLines(readAll(file));
+    const std::vector<int> starts = messageStartLines(content);
     std::vector<PoEntry> entries;
     std::vector<bool> kept; // neither obsolete nor the header
     PoIterator iterator(po_message_iterator(po.get(), nullptr));
