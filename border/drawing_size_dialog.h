@@ -4,9 +4,6 @@
 
 #include <boost/shared_ptr.hpp>
 
-#include <uf_defs.h>
-#include <uf_draw_types.h>
-
 #include <string>
 
 namespace QorBorder {
@@ -20,12 +17,6 @@ class StringItem;
 } // namespace KivNX
 
 namespace QorBorderConf {
-
-/// The height and length of a drawing sheet, in the drawing's units.
-struct SheetSize {
-    double height;
-    double length;
-};
 
 /// Edits one drawing size of a border layout: its texts, its frame template part, the sheet
 /// size (which it can read from the template) and the frame length and zone counts.
@@ -49,8 +40,6 @@ private:
     /// Reads the sheet size of the work part's only drawing into "HEIGHT" and "LENGTH", or
     /// tells the user that the template has not exactly one drawing.
     void extractSheetSize();
-    /// One object picked by the user, NULL_TAG when the selection was cancelled.
-    tag_t selectObject(const std::string& title);
 
     QorBorder::DrawingSize* m_size;
 
@@ -67,10 +56,5 @@ private:
     boost::shared_ptr<NXOpen::UIStyler::IntegerItem> m_horizontalZones;
     boost::shared_ptr<NXOpen::UIStyler::IntegerItem> m_verticalZones;
 };
-
-/// The sheet size NX's drawing information stands for: the custom size as given, else the ANSI
-/// (English) or ISO 216 (metric) sheet of its size code. Throws std::runtime_error for a size
-/// code outside NX's tables.
-SheetSize sheetSizeOf(const UF_DRAW_info_t& info);
 
 } // namespace QorBorderConf

@@ -1,11 +1,12 @@
 #include "input.h"
 
+#include "base/regular_file.h"
+
 #include "site.h"
 
 #include "model/document_error.h"
 #include "model/fordef_reader.h"
 
-#include <fstream>
 #include <iostream>
 #include <iterator>
 
@@ -35,10 +36,10 @@ DocumentInput readDocumentInput(const std::string& file, SourceLines* lines, boo
         throw InputError(e.what());
     }
     if (keepBytes) {
-        std::ifstream in(file, std::ios::binary);
-        input.bytes.assign(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
-        if (!in.good() && !in.eof()) {
-            throw InputError(file + ": cannot read the file");
+        try {
+            input.bytes = Base::readRegularFile(file, Base::kMaxDocumentBytes, "a document");
+        } catch (const Base::UnreadableFile& error) {
+            throw InputError(file + ": " + error.what());
         }
     }
     return input;

@@ -1,5 +1,7 @@
 #include "lint.h"
 
+#include "base/regular_file.h"
+
 #include "model/document_error.h"
 #include "model/file_replace.h"
 
@@ -19,7 +21,7 @@ namespace QorfmtCli {
 
 namespace {
 
-// "" for a regular file (or a link to one), else what it is, for the message that refuses it.
+// "" for a regular file (or a link to one), else why it is not read.
 std::string notRegular(const fs::path& file) {
     struct stat status {};
     if (::stat(file.c_str(), &status) != 0) {
@@ -28,13 +30,7 @@ std::string notRegular(const fs::path& file) {
     if (S_ISREG(status.st_mode)) {
         return "";
     }
-    const char* what = S_ISDIR(status.st_mode)    ? "a directory"
-                       : S_ISFIFO(status.st_mode) ? "a FIFO"
-                       : S_ISCHR(status.st_mode)  ? "a character device"
-                       : S_ISBLK(status.st_mode)  ? "a block device"
-                       : S_ISSOCK(status.st_mode) ? "a socket"
-                                                  : "not a file";
-    return std::string("not a regular file (") + what + "); only documents are read";
+    return "it is " + Base::fileKind(status.st_mode) + ", not a regular file";
 }
 
 // Reads a document; one that cannot be read becomes a finding, so that the others are still

@@ -5,6 +5,8 @@
 #include "model/document_error.h"
 #include "model/fordef_writer.h"
 
+#include "base/regular_file.h"
+
 #include <boost/filesystem/operations.hpp>
 
 #include <gettext-po.h>
@@ -17,10 +19,9 @@
 #include <iostream>
 #include <iterator>
 #include <memory>
-#include <type_traits>
-
 #include <sys/mman.h>
 #include <sys/stat.h>
+#include <type_traits>
 #include <unistd.h>
 
 namespace fs = boost::filesystem;
@@ -34,20 +35,38 @@ namespace {
 struct ProblemLog {
     std::string first; ///< the first error, FILE:LINE: TEXT
     bool failed = false;
+    std::string readName;    ///< the name the library was given to read ...
+    std::string displayName; ///< ... and the one to show for it
+    /// When the first error involves a second message (a message defined twice) whose place the
+    /// library does not give: that message, and the error's text before and after its place.
+    po_message_t other = nullptr;
+    std::string beforeOther;
+    std::string afterOther;
 };
 thread_local ProblemLog* currentLog = nullptr;
 
-void note(int severity, const char* filename, std::size_t lineno, const char* text) {
-    if (!currentLog || severity == PO_SEVERITY_WARNING || currentLog->failed) {
-        return;
-    }
+std::string place(const char* filename, std::size_t lineno) {
     std::string where = filename ? filename : "";
+    if (currentLog && !currentLog->readName.empty() && where == currentLog->readName) {
+        where = currentLog->displayName;
+    }
     if (filename && lineno != static_cast<std::size_t>(-1)) {
         where += ":" + std::to_string(lineno);
     }
+    return where;
+}
+
+std::string withoutFinalNewlines(const char* text) {
     std::string message = text ? text : "";
     while (!message.empty() && message.back() == '\n') {
         message.pop_back();
+    }
+    return message;
+}
+
+void note(int severity, const std::string& where, const std::string& message) {
+    if (!currentLog || severity == PO_SEVERITY_WARNING || currentLog->failed) {
+        return;
     }
     currentLog->first = where.empty() ? message : where + ": " + message;
     currentLog->failed = true;
@@ -57,14 +76,26 @@ void note(int severity, const char* filename, std::size_t lineno, const char* te
 // before, or a failed write); returning from them lets the library clean up after itself.
 void onProblem(int severity, po_message_t, const char* filename, std::size_t lineno, std::size_t,
                int, const char* text) {
-    note(severity, filename, lineno, text);
+    note(severity, place(filename, lineno), withoutFinalNewlines(text));
 }
 
+// Two places, as for a message defined twice: both are named, the second in parentheses.
 void onProblemPair(int severity, po_message_t, const char* filename1, std::size_t lineno1,
-                   std::size_t, int, const char* text1, po_message_t, const char*, std::size_t,
-                   std::size_t, int, const char* text2) {
-    note(severity, filename1, lineno1,
-         (std::string(text1 ? text1 : "") + " " + (text2 ? text2 : "")).c_str());
+                   std::size_t, int, const char* text1, po_message_t message2,
+                   const char* filename2, std::size_t lineno2, std::size_t, int,
+                   const char* text2) {
+    const bool located = filename2 && lineno2 != static_cast<std::size_t>(-1);
+    const bool firstError = currentLog && !currentLog->failed && severity != PO_SEVERITY_WARNING;
+    note(severity, place(filename1, lineno1),
+         withoutFinalNewlines(text1) + " (" + (located ? place(filename2, lineno2) + ": " : "") +
+             withoutFinalNewlines(text2) + ")");
+    if (firstError && !located && message2) {
+        // Located once the file is read, from where that message starts.
+        currentLog->other = message2;
+        currentLog->beforeOther =
+            place(filename1, lineno1) + ": " + withoutFinalNewlines(text1) + " (";
+        currentLog->afterOther = ": " + withoutFinalNewlines(text2) + ")";
+    }
 }
 
 const po_xerror_handler kHandler = {onProblem, onProblemPair};
@@ -117,8 +148,8 @@ std::string headerField(const char* header, const char* name) {
     return text;
 }
 
-// A file that lives in memory, which libgettextpo opens by a name under /proc: it needs no folder
-// (the temporary folder may be missing) and leaves nothing behind.
+// A file that lives in memory, which libgettextpo writes by a name under /proc: it needs no
+// folder (the temporary folder may be missing) and leaves nothing behind.
 class MemoryFile {
 public:
     MemoryFile() : m_fd(::memfd_create("qorfmt-po", MFD_CLOEXEC)) {
@@ -152,35 +183,9 @@ public:
         return bytes;
     }
 
-    void write(const std::string& bytes) const {
-        std::size_t done = 0;
-        while (done < bytes.size()) {
-            const ssize_t put =
-                ::pwrite(m_fd, bytes.data() + done, bytes.size() - done, static_cast<off_t>(done));
-            if (put <= 0) {
-                throw InputError(std::string("cannot write a file in memory: ") +
-                                 std::strerror(errno));
-            }
-            done += static_cast<std::size_t>(put);
-        }
-    }
-
 private:
     int m_fd;
 };
-
-std::string replaceAll(std::string text, const std::string& from, const std::string& to) {
-    for (std::size_t at = text.find(from); at != std::string::npos;
-         at = text.find(from, at + to.size())) {
-        text.replace(at, from.size(), to);
-    }
-    return text;
-}
-
-std::string readAll(const fs::path& file) {
-    std::ifstream in(file.string(), std::ios::binary);
-    return std::string((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
-}
 
 // The line on which each message of the file starts (its msgctxt, else its msgid), obsolete ones
 // included, in file order: the order in which libgettextpo hands the messages out. Only lines are
@@ -287,42 +292,71 @@ void writePoFile(const PoCatalog& catalog, const fs::path& file) {
 }
 
 PoCatalog readPoFile(const fs::path& file) {
-    const bool standardInput = file == "-";
-    const std::string name = standardInput ? "standard input" : file.string();
-    std::string content;
-    if (standardInput) {
-        content.assign(std::istreambuf_iterator<char>(std::cin), std::istreambuf_iterator<char>());
-    } else {
-        std::ifstream probe(name, std::ios::binary);
-        if (!probe) {
-            throw InputError(name + ": cannot open the file: " + std::strerror(errno));
+    if (file == "-") {
+        std::string content((std::istreambuf_iterator<char>(std::cin)),
+                            std::istreambuf_iterator<char>());
+        if (std::cin.bad()) {
+            throw InputError("standard input: cannot read it");
         }
-        content = readAll(file);
+        return parsePoCatalog(std::move(content), "standard input");
     }
-    // Editors on Windows start a UTF-8 file with a byte order mark, which libgettextpo refuses.
-    const bool byteOrderMark = content.compare(0, 3, "\xEF\xBB\xBF") == 0;
-    if (byteOrderMark) {
+    const std::string name = file.string();
+    std::string content;
+    try {
+        content = Base::readRegularFile(file, Base::kMaxCatalogBytes, "a catalog");
+    } catch (const Base::UnreadableFile& error) {
+        throw InputError(name + ": " + error.what());
+    }
+    return parsePoCatalog(std::move(content), name);
+}
+
+PoCatalog parsePoCatalog(std::string content, const std::string& name) {
+    // A byte order mark is no part of the first keyword (the library calls it a syntax error).
+    if (content.compare(0, 3, "\xEF\xBB\xBF") == 0) {
         content.erase(0, 3);
     }
-    // libgettextpo reads files by name: standard input, or the file without its mark, goes to
-    // one in memory first.
-    std::unique_ptr<MemoryFile> copy;
-    if (standardInput || byteOrderMark) {
-        copy = std::make_unique<MemoryFile>();
-        copy->write(content);
+    // The library reads by name: it gets the bytes checked here, from a file in memory, and its
+    // messages name the real file.
+    const int memory = ::memfd_create("qorfmt-po", MFD_CLOEXEC);
+    if (memory < 0) {
+        throw InputError(name + ": cannot read the file: " + std::strerror(errno));
     }
-    const std::string libraryName = copy ? copy->name() : name;
+    struct Closer {
+        int fd;
+        ~Closer() { ::close(fd); }
+    } closer{memory};
+    for (std::size_t done = 0; done < content.size();) {
+        const ssize_t wrote = ::write(memory, content.data() + done, content.size() - done);
+        if (wrote < 0 && errno != EINTR) {
+            throw InputError(name + ": cannot read the file: " + std::strerror(errno));
+        }
+        done += wrote > 0 ? static_cast<std::size_t>(wrote) : 0;
+    }
     ProblemLog log;
+    log.readName = "/proc/self/fd/" + std::to_string(memory);
+    log.displayName = name;
     PoFile po;
     {
         LogScope scope(log);
-        po.reset(po_file_read(libraryName.c_str(), &kHandler));
+        po.reset(po_file_read(log.readName.c_str(), &kHandler));
     }
     if (!po) {
-        throw InputError(name + ": cannot open the file: " + std::strerror(errno));
+        throw InputError(name + ": cannot read the file: " + std::strerror(errno));
     }
     if (log.failed) {
-        throw InputError(copy ? replaceAll(log.first, libraryName, name) : log.first);
+        if (log.other) {
+            const std::vector<int> starts = messageStartLines(content);
+            PoIterator iterator(po_message_iterator(po.get(), nullptr));
+            std::size_t index = 0;
+            while (po_message_t message = po_next_message(iterator.get())) {
+                if (message == log.other && index < starts.size()) {
+                    throw InputError(log.beforeOther + name + ":" + std::to_string(starts[index]) +
+                                     log.afterOther);
+                }
+                ++index;
+            }
+        }
+        throw InputError(log.first);
     }
     PoCatalog catalog;
     // The library hands out a copy of the header, which the caller frees.

@@ -33,10 +33,12 @@ struct PoCatalog {
 /// file and the reason when it cannot be written.
 void writePoFile(const PoCatalog& catalog, const boost::filesystem::path& file);
 
-/// Reads a PO file, standard input for "-"; obsolete messages are left out, and a UTF-8 byte order
-/// mark is passed over. Throws InputError with
+/// Reads a PO file, standard input for "-"; obsolete messages are left out. Throws InputError with
 /// FILE:LINE: REASON (libgettextpo's own messages) when it cannot be read or is not a valid PO
-/// file.
+/// file. The file must be a regular file of at most 256 MiB; a byte order mark at its start is
+/// skipped.
 PoCatalog readPoFile(const boost::filesystem::path& file);
+/// The same for the bytes of a catalog; `name` names it in errors.
+PoCatalog parsePoCatalog(std::string content, const std::string& name);
 
 } // namespace QorfmtCli

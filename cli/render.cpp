@@ -4,6 +4,7 @@
 #include "site.h"
 
 #include "model/document_error.h"
+#include "model/fordef_format.h"
 #include "model/fordef_reader.h"
 #include "model/fordef_writer.h"
 #include "model/frame_units_type.h"
@@ -31,6 +32,10 @@ namespace {
 
 constexpr double kPointsPerInch = 72.0;
 constexpr double kMillimetresPerInch = 25.4;
+// The longest sheet edge drawn (100 m); beyond it a drawing is taken for a wrong number.
+constexpr double kMaxSheetMillimetres = 100000.0;
+// The most pixels along an edge of an image (Cairo's own limit).
+constexpr double kMaxPixels = 32767.0;
 
 std::string q(const std::string& text) {
     return "'" + text + "'";
@@ -303,8 +308,16 @@ std::string withResolution(const std::string& png, int dpi) {
 
 void writePng(const FrameDrawing& drawing, const std::string& file, int dpi) {
     const double scale = unitScale(drawing, dpi);
-    const int width = static_cast<int>(std::ceil(drawing.length * scale));
-    const int height = static_cast<int>(std::ceil(drawing.height * scale));
+    const double pixelsWide = std::ceil(drawing.length * scale);
+    const double pixelsHigh = std::ceil(drawing.height * scale);
+    // Checked before the image is made, and before the casts below could overflow.
+    if (!(pixelsWide <= kMaxPixels && pixelsHigh <= kMaxPixels)) {
+        throw InputError(file + ": the image would be " + numberText(pixelsWide) + " x " +
+                         numberText(pixelsHigh) + " pixels, more than " + numberText(kMaxPixels) +
+                         " along an edge; choose a lower --dpi");
+    }
+    const int width = static_cast<int>(pixelsWide);
+    const int height = static_cast<int>(pixelsHigh);
     std::string content;
     {
         Surface surface(cairo_image_surface_create(CAIRO_FORMAT_RGB24, width, height));
@@ -350,6 +363,21 @@ FrameDrawing frameDrawing(const BorderLayout& border, const DrawingSize& size) {
         !std::isfinite(size.height)) {
         throw InputError(what + " has no sheet: " + numberText(size.length) + " x " +
                          numberText(size.height));
+    }
+    const double toMillimetres = border.units == Millimeters ? 1.0 : kMillimetresPerInch;
+    if (size.length * toMillimetres > kMaxSheetMillimetres ||
+        size.height * toMillimetres > kMaxSheetMillimetres) {
+        throw InputError(what + ": the " + Fordef::formatDouble(size.length) + " x " +
+                         Fordef::formatDouble(size.height) +
+                         " sheet is longer than 100 m along an edge");
+    }
+    // Checked before the zones are made: each one is an entry with its label.
+    for (const int zones : {size.horizontalZones, size.verticalZones}) {
+        if (zones < 0 || zones > Fordef::kMaxZones) {
+            throw InputError(what + " has " + std::to_string(zones) +
+                             " zones along an edge; a drawing has from 0 to " +
+                             std::to_string(Fordef::kMaxZones));
+        }
     }
     FrameDrawing drawing;
     drawing.millimetres = border.units == Millimeters;

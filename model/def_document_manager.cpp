@@ -1,6 +1,7 @@
 #include "model/def_document_manager.h"
 
 #include "model/document_error.h"
+#include "model/file_replace.h"
 
 #include "base/log.h"
 
@@ -48,6 +49,8 @@ boost::shared_ptr<DefinitionDocument> DefDocumentManagerImpl::getDocument(const 
         return open;
     }
     boost::shared_ptr<DefinitionDocument> loaded = DefinitionDocument::load(file);
+    // What a save killed in this folder may have left goes now that someone works here again.
+    removeAbandonedTemporaries(fs::absolute(file).parent_path());
     m_documents.push_back(loaded);
     Base::log::LoggerStream(info_log()) << "Opened " << file.string() << "\n";
     return loaded;

@@ -2,17 +2,24 @@
 
 #include "model/document_error.h"
 
+#include "base/regular_file.h"
+#include "base/write_signals.h"
+
 #include <boost/filesystem/operations.hpp>
 
+#include <cctype>
 #include <cerrno>
 #include <csignal>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <fcntl.h>
 #include <pthread.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
+
+#include <dirent.h>
 
 #include <fstream>
 #include <random>
@@ -36,6 +43,8 @@ std::string writeFailure(int error) {
         return "the disk quota is used up (" + errnoText(error) + ")";
     case EFBIG:
         return "the file would exceed the largest size allowed (" + errnoText(error) + ")";
+    case EROFS:
+        return "the file system is read-only (" + errnoText(error) + ")";
     default:
         return errnoText(error);
     }
@@ -55,14 +64,160 @@ mode_t currentUmask() {
     return mask;
 }
 
+constexpr char kTemporaryMark[] = ".qorfmt-";
+constexpr int kRandomLetters = 8;
+
+// When process `pid` started, in clock ticks since boot (field 22 of /proc/PID/stat); 0 when
+// /proc cannot tell. With the process ID it names one process, even after the ID is reused.
+unsigned long long processStart(pid_t pid) {
+    char path[64];
+    std::snprintf(path, sizeof path, "/proc/%d/stat", static_cast<int>(pid));
+    std::ifstream in(path);
+    std::string stat;
+    std::getline(in, stat);
+    const auto close = stat.rfind(')');
+    if (close == std::string::npos) {
+        return 0;
+    }
+    std::size_t at = close + 2; // field 3, after ") "
+    for (int field = 3; field < 22; ++field) {
+        at = stat.find(' ', at);
+        if (at == std::string::npos) {
+            return 0;
+        }
+        ++at;
+    }
+    return std::strtoull(stat.c_str() + at, nullptr, 10);
+}
+
+// This machine's name as it may stand in a file name ('_' for anything else); a folder on a
+// network file system is shared by several machines, whose process IDs mean nothing here.
+std::string hostName() {
+    char name[256] = {};
+    if (::gethostname(name, sizeof name - 1) != 0 || name[0] == '\0') {
+        return "localhost";
+    }
+    std::string host = name;
+    for (char& c : host) {
+        if (!std::isalnum(static_cast<unsigned char>(c)) && c != '-' && c != '.') {
+            c = '_';
+        }
+    }
+    return host;
+}
+
+// A hidden name `.LEAF.qorfmt-PID-START-HOST.XXXXXXXX` that carries the saving process's
+// identity, so that a later save can tell a temporary whose process is gone from one still being
+// written.
 std::string temporaryName(const std::string& leaf) {
     static const char letters[] = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789";
     std::random_device random;
-    std::string name = "." + leaf + ".";
-    for (int i = 0; i < 8; ++i) {
+    const pid_t pid = ::getpid();
+    std::string name = "." + leaf + kTemporaryMark + std::to_string(pid) + "-" +
+                       std::to_string(processStart(pid)) + "-" + hostName() + ".";
+    for (int i = 0; i < kRandomLetters; ++i) {
         name += letters[random() % (sizeof letters - 1)];
     }
     return name;
+}
+
+// The process a temporary's name says wrote it, and on which machine; false for any name not of
+// that exact shape.
+bool temporaryOwner(const std::string& name, pid_t& pid, unsigned long long& start,
+                    std::string& host) {
+    const std::size_t size = name.size();
+    if (size < 2 + sizeof kTemporaryMark + kRandomLetters || name[0] != '.' ||
+        name[size - kRandomLetters - 1] != '.') {
+        return false;
+    }
+    for (std::size_t i = size - kRandomLetters; i < size; ++i) {
+        if (!std::isalnum(static_cast<unsigned char>(name[i]))) {
+            return false;
+        }
+    }
+    const std::string head = name.substr(0, size - kRandomLetters - 1);
+    const auto mark = head.rfind(kTemporaryMark);
+    if (mark == std::string::npos || mark < 2) {
+        return false;
+    }
+    // PID-START-HOST: two numbers, then the host name.
+    const std::string identity = head.substr(mark + sizeof kTemporaryMark - 1);
+    const auto first = identity.find('-');
+    const auto second = first == std::string::npos ? first : identity.find('-', first + 1);
+    if (first == 0 || first > 9 || second == std::string::npos || second == first + 1 ||
+        second + 1 == identity.size() || identity.find_first_not_of("0123456789") != first ||
+        identity.find_first_not_of("0123456789", first + 1) != second) {
+        return false;
+    }
+    pid = static_cast<pid_t>(std::stol(identity.substr(0, first)));
+    start = std::strtoull(identity.c_str() + first + 1, nullptr, 10);
+    host = identity.substr(second + 1);
+    return pid > 0;
+}
+
+bool processIsGone(pid_t pid, unsigned long long start) {
+    if (::kill(pid, 0) != 0 && errno == ESRCH) {
+        return true;
+    }
+    // Alive under that ID: gone all the same when the ID now names a later process.
+    const unsigned long long now = processStart(pid);
+    return start != 0 && now != 0 && now != start;
+}
+
+// The file a save writes: `file`, or the end of its chain of symbolic links, also when that end
+// does not exist (it is then created and the links are kept).
+fs::path saveTarget(const fs::path& file) {
+    fs::path target = file;
+    for (int hop = 0; hop < 40; ++hop) {
+        boost::system::error_code ec;
+        if (!fs::is_symlink(target, ec)) {
+            return target;
+        }
+        const fs::path next = fs::read_symlink(target, ec);
+        if (ec) {
+            return target;
+        }
+        target = next.is_absolute() ? next : target.parent_path() / next;
+    }
+    throw DocumentError(file.string(), 0, "cannot save: " + errnoText(ELOOP));
+}
+
+// Removes from `folder` the temporaries of saves whose process is gone: regular files of this
+// user, written on this machine, whose name has the exact shape temporaryName gives. Returns how
+// many went.
+int removeAbandonedTemporaries(int folder) {
+    const int listed = ::openat(folder, ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (listed < 0) {
+        return 0;
+    }
+    DIR* entries = ::fdopendir(listed);
+    if (!entries) {
+        ::close(listed);
+        return 0;
+    }
+    int removed = 0;
+    const uid_t me = ::geteuid();
+    const std::string thisHost = hostName();
+    while (const struct dirent* entry = ::readdir(entries)) {
+        const std::string entryName = entry->d_name;
+        pid_t pid = 0;
+        unsigned long long start = 0;
+        std::string host;
+        if (entryName[0] != '.' || !temporaryOwner(entryName, pid, start, host) ||
+            host != thisHost) {
+            continue;
+        }
+        struct stat info {};
+        if (::fstatat(folder, entry->d_name, &info, AT_SYMLINK_NOFOLLOW) != 0 ||
+            !S_ISREG(info.st_mode) || info.st_uid != me || !processIsGone(pid, start)) {
+            continue;
+        }
+        if (::unlinkat(folder, entry->d_name, 0) == 0) {
+            ++removed;
+        }
+    }
+    ::closedir(entries);
+    return removed;
 }
 
 // The new file while it is written. Unless committed, it leaves nothing behind: an unnamed file
@@ -122,6 +277,8 @@ int commitOutlivingThisProcess(int fd, int folder, const char* procPath, const c
     volatile int result = -1;
     const pid_t child = ::vfork();
     if (child == 0) {
+        // A group of its own, so that a kill of this process's group does not stop it halfway.
+        ::setpgid(0, 0);
         result = linkAndRename(fd, folder, procPath, temporary, leaf);
         ::_exit(0);
     }
@@ -141,6 +298,17 @@ bool sameFile(const struct stat& a, const struct stat& b) {
 
 } // namespace
 
+int removeAbandonedTemporaries(const fs::path& folder) {
+    const int fd =
+        ::open(folder.empty() ? "." : folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (fd < 0) {
+        return 0;
+    }
+    const int removed = removeAbandonedTemporaries(fd);
+    ::close(fd);
+    return removed;
+}
+
 FileState replaceFileAtomically(const fs::path& file, const std::string& content) {
     return replaceFileAtomically(
         file, [&content](const ChunkSink& sink) { sink(content.data(), content.size()); });
@@ -152,22 +320,25 @@ FileState replaceFileAtomically(const fs::path& file, const ContentProducer& pro
     if (name.empty()) {
         throw DocumentError(name, 0, "the document has no file name");
     }
-    fs::path target = file;
-    boost::system::error_code ec;
-    if (fs::is_symlink(target, ec)) {
-        // Replace the file the link points to, not the link.
-        const fs::path resolved = fs::canonical(target, ec);
-        if (!ec) {
-            target = resolved;
-        }
-    }
-    if (fs::is_directory(target, ec)) {
-        throw DocumentError(name, 0, "cannot save: it is a folder");
-    }
+    // A file size limit or a closed pipe fails the write instead of ending the process (in NX:
+    // the CAD session with every unsaved document).
+    const Base::WriteSignalsHeld signalsHeld;
+    // Replace the file a link points to, not the link.
+    const fs::path target = saveTarget(file);
     struct stat existing {};
     const bool exists = ::stat(target.c_str(), &existing) == 0;
+    if (exists && S_ISDIR(existing.st_mode)) {
+        throw DocumentError(name, 0, "cannot save: it is a folder");
+    }
+    if (exists && !S_ISREG(existing.st_mode)) {
+        throw DocumentError(name, 0,
+                            "cannot save: it is " + Base::fileKind(existing.st_mode) +
+                                ", not a regular file");
+    }
     if (exists && ::access(target.c_str(), W_OK) != 0) {
-        throw DocumentError(name, 0, "cannot save: the file is read-only");
+        throw DocumentError(name, 0,
+                            errno == EROFS ? "cannot save: the file system is read-only"
+                                           : "cannot save: the file is read-only");
     }
     fs::path folderName = target.parent_path();
     if (folderName.empty()) {
@@ -175,7 +346,7 @@ FileState replaceFileAtomically(const fs::path& file, const ContentProducer& pro
     }
     const std::string leaf = target.filename().string();
     auto fail = [&name](const std::string& what, int error) {
-        throw DocumentError(name, 0, what + ": " + errnoText(error));
+        throw DocumentError(name, 0, what + ": " + writeFailure(error));
     };
     auto cannotCreate = [&](int error) {
         fail("cannot create a file in the folder " + folderName.string(), error);
@@ -186,6 +357,7 @@ FileState replaceFileAtomically(const fs::path& file, const ContentProducer& pro
     if (out.folder < 0) {
         cannotCreate(errno);
     }
+    removeAbandonedTemporaries(out.folder);
     if (temporary == TemporaryFile::Unnamed) {
         out.fd = ::openat(out.folder, ".", O_TMPFILE | O_WRONLY | O_CLOEXEC, 0666);
         // EISDIR: a kernel without O_TMPFILE; EOPNOTSUPP: a file system without it.

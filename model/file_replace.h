@@ -22,7 +22,9 @@ using CommitCheck = std::function<void()>;
 enum class TemporaryFile {
     /// Unnamed (O_TMPFILE) where the file system allows it, else named as below.
     Unnamed,
-    /// A hidden file `.NAME.XXXXXXXX` beside the target; a save killed while writing leaves it.
+    /// A hidden file `.NAME.qorfmt-PID-START-HOST.XXXXXXXX` beside the target, naming the saving
+    /// process and its machine; a save killed while writing leaves it, and the next save or open
+    /// in the folder removes it.
     Named,
 };
 
@@ -31,12 +33,22 @@ enum class TemporaryFile {
 /// temporary name and renamed over the old file (a symbolic link is followed). Linking and
 /// renaming are done by a vforked child, which finishes them even if this process is killed
 /// meanwhile: a save killed at any instant leaves the old file or the new one, and nothing else.
-/// The new file gets the old one's permissions. Returns the state of the new file. Throws
-/// DocumentError naming the file and the reason, and whatever `produce` or `check` throw; the
-/// old file is then untouched and nothing is left in the folder.
+/// The child is in a process group of its own, so that a kill of the saver's group does not stop
+/// it either; a temporary left all the same (the kill fell before the child got its group) is
+/// removed by the next save or open in the folder. A link whose target is gone gets the target
+/// created. SIGXFSZ and SIGPIPE are held off while writing: a file size limit is a failed save.
+/// Only a regular file is replaced. The new file gets the old one's permissions. Returns the state
+/// of the new file. Throws DocumentError naming the file and the reason, and whatever `produce` or
+/// `check` throw; the old file is then untouched and nothing is left in the folder.
 FileState replaceFileAtomically(const boost::filesystem::path& file, const ContentProducer& produce,
                                 const CommitCheck& check = CommitCheck(),
                                 TemporaryFile temporary = TemporaryFile::Unnamed);
 FileState replaceFileAtomically(const boost::filesystem::path& file, const std::string& content);
+
+/// Removes the hidden temporaries of saves in `folder` whose process is gone: files of this user
+/// named `.NAME.qorfmt-PID-START-HOST.XXXXXXXX` where HOST is this machine and no process PID
+/// started at START runs on it any more.
+/// Returns how many were removed; a folder that cannot be listed counts 0.
+int removeAbandonedTemporaries(const boost::filesystem::path& folder);
 
 } // namespace QorBorder

@@ -2,6 +2,8 @@
 
 #include "model/document_error.h"
 
+#include "base/regular_file.h"
+
 #include <boost/filesystem/operations.hpp>
 
 #include <cerrno>
@@ -58,7 +60,8 @@ bool changedOnDisk(const fs::path& file, const FileState& known) {
     if (!known.known) {
         return false;
     }
-    const int fd = ::open(file.c_str(), O_RDONLY | O_CLOEXEC);
+    // Non-blocking: a FIFO put in the file's place must not hang the save.
+    const int fd = ::open(file.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY);
     if (fd < 0) {
         if (errno == ENOENT) {
             return false;
@@ -70,6 +73,12 @@ bool changedOnDisk(const fs::path& file, const FileState& known) {
         const int error = errno;
         ::close(fd);
         cannotTell(file, error);
+    }
+    if (!S_ISREG(info.st_mode)) {
+        ::close(fd);
+        throw DocumentError(file.string(), 0,
+                            "cannot save: it is " + Base::fileKind(info.st_mode) +
+                                ", not a regular file");
     }
     const FileState now = fileStateOf(info, static_cast<std::uint64_t>(info.st_size), known.hash);
     if (now.device == known.device && now.inode == known.inode && now.size == known.size &&

@@ -387,5 +387,31 @@ bool parseBool(const char* text, bool& value) {
     return false;
 }
 
+ImpossibleValue impossibleValue(const DrawingSize& size) {
+    ImpossibleValue found;
+    const auto finite = [&found](const char* name, double value) {
+        if (!found.attribute && !std::isfinite(value)) {
+            found.attribute = name;
+            found.reason = "attribute '" + std::string(name) +
+                           "' of element 'drawingSize' must be a finite number, not " +
+                           formatDouble(value);
+        }
+    };
+    const auto zones = [&found](const char* name, int value) {
+        if (!found.attribute && (value < 0 || value > kMaxZones)) {
+            found.attribute = name;
+            found.reason = "attribute '" + std::string(name) +
+                           "' of element 'drawingSize' must be a number of zones from 0 to " +
+                           std::to_string(kMaxZones) + ", not " + std::to_string(value);
+        }
+    };
+    finite("height", size.height);
+    finite("length", size.length);
+    finite("frameLength", size.frameLength);
+    zones("horizontalZones", size.horizontalZones);
+    zones("verticalZones", size.verticalZones);
+    return found;
+}
+
 } // namespace Fordef
 } // namespace QorBorder

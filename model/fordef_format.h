@@ -72,6 +72,17 @@ const std::vector<Attribute<TypeManagerChoiceSettings>>& typeManagerChoiceAttrib
 const std::vector<Attribute<SymbolType>>& symbolTypeAttributes();
 const std::vector<Attribute<BlockLocation>>& locationAttributes();
 
+/// The most zones a drawing size may have along one edge.
+constexpr int kMaxZones = 1000;
+
+/// What makes a drawing size one no drawing can have: a size that is not finite or a zone count
+/// outside 0..kMaxZones. `attribute` is null when there is nothing.
+struct ImpossibleValue {
+    const char* attribute = nullptr;
+    std::string reason;
+};
+ImpossibleValue impossibleValue(const DrawingSize& size);
+
 /// Whether XML 1.0 text can carry `value` unchanged: valid UTF-8 of characters XML allows (the
 /// writer escapes tab, line feed and carriage return).
 bool isXmlSafe(const std::string& value);

@@ -3,11 +3,14 @@
 #include "model/document_error.h"
 #include "model/fordef_format.h"
 
+#include "base/regular_file.h"
+
 #include <boost/make_shared.hpp>
 
 #include <pugixml.hpp>
 
 #include <algorithm>
+#include <cctype>
 #include <cerrno>
 #include <cstdint>
 #include <cstdio>
@@ -29,10 +32,18 @@ using namespace Fordef;
 struct ContentError {
     std::ptrdiff_t offset;
     std::string reason;
+    std::string attribute = {}; ///< when the reason is about an attribute: its name
+    int occurrence = 1;         ///< which of the attribute's occurrences in the start tag
 };
 
 [[noreturn]] void fail(pugi::xml_node node, const std::string& reason) {
     throw ContentError{node.offset_debug(), reason};
+}
+
+// An attribute's line is its own, not its element's: a start tag may span lines.
+[[noreturn]] void failAttribute(pugi::xml_node node, const char* attribute,
+                                const std::string& reason, int occurrence = 1) {
+    throw ContentError{node.offset_debug(), reason, attribute, occurrence};
 }
 
 std::string quoted(const char* text) {
@@ -127,13 +138,16 @@ public:
                 }
             }
             if (index < 0) {
-                fail(node,
-                     "unknown attribute " + quoted(name) + " of element " + quoted(node.name()));
+                failAttribute(node, name,
+                              "unknown attribute " + quoted(name) + " of element " +
+                                  quoted(node.name()));
             }
             const std::uint64_t bit = std::uint64_t(1) << index;
             if (seen & bit) {
-                fail(node, "attribute " + quoted(name) + " of element " + quoted(node.name()) +
-                               " is given twice");
+                failAttribute(node, name,
+                              "attribute " + quoted(name) + " of element " + quoted(node.name()) +
+                                  " is given twice",
+                              2);
             }
             seen |= bit;
             convert(node, m_items[index], attribute.value());
@@ -187,8 +201,10 @@ private:
             break;
         }
         if (!ok) {
-            fail(node, "attribute " + quoted(binding.name) + " of element " + quoted(node.name()) +
-                           " must be " + expected + ", not " + quoted(value));
+            failAttribute(node, binding.name,
+                          "attribute " + quoted(binding.name) + " of element " +
+                              quoted(node.name()) + " must be " + expected + ", not " +
+                              quoted(value));
         }
     }
 
@@ -209,8 +225,9 @@ private:
                 }
                 rawSeen |= std::uint64_t(1) << i;
                 if (!fromHex(hex.c_str(), *static_cast<std::string*>(m_items[i].target))) {
-                    fail(raw, "the raw value of attribute " + quoted(attributeName.c_str()) +
-                                  " is not an even number of hex digits");
+                    failAttribute(raw, "hex",
+                                  "the raw value of attribute " + quoted(attributeName.c_str()) +
+                                      " is not an even number of hex digits");
                 }
                 return;
             }
@@ -536,6 +553,10 @@ boost::shared_ptr<BorderLayout> readBorder(pugi::xml_node node, const LineRecord
             lines.entry(child, border.get(), border->drawingSizes().size());
             DrawingSize size;
             readLeaf(child, size, drawingSizeAttributes());
+            const ImpossibleValue impossible = impossibleValue(size);
+            if (impossible.attribute) {
+                failAttribute(child, impossible.attribute, impossible.reason);
+            }
             border->addDrawingSize(size);
             break;
         }
@@ -547,12 +568,122 @@ boost::shared_ptr<BorderLayout> readBorder(pugi::xml_node node, const LineRecord
     return border;
 }
 
-int lineOf(const char* data, std::size_t size, std::ptrdiff_t offset) {
-    if (offset < 0) {
+bool isXmlSpace(char c) {
+    return c == ' ' || c == '\t' || c == '\n' || c == '\r';
+}
+
+// Where in the start tag at `offset` the given occurrence of `attribute` begins; `offset` itself
+// when it is not found.
+std::size_t attributeOffset(const char* data, std::size_t size, std::size_t offset,
+                            const std::string& attribute, int occurrence) {
+    char quote = 0;
+    for (std::size_t i = offset; i < size; ++i) {
+        const char c = data[i];
+        if (quote) {
+            quote = c == quote ? 0 : quote;
+            continue;
+        }
+        if (c == '"' || c == '\'') {
+            quote = c;
+        } else if (c == '>') {
+            break;
+        } else if (isXmlSpace(c) && i + 1 + attribute.size() < size &&
+                   attribute.compare(0, attribute.size(), data + i + 1, attribute.size()) == 0) {
+            std::size_t after = i + 1 + attribute.size();
+            while (after < size && isXmlSpace(data[after])) {
+                ++after;
+            }
+            if (after < size && data[after] == '=' && --occurrence == 0) {
+                return i + 1;
+            }
+        }
+    }
+    return offset;
+}
+
+int lineOf(const char* data, std::size_t size, const ContentError& error) {
+    if (error.offset < 0) {
         return 1;
     }
-    const std::size_t end = std::min(size, static_cast<std::size_t>(offset));
+    std::size_t end = std::min(size, static_cast<std::size_t>(error.offset));
+    if (!error.attribute.empty()) {
+        end = attributeOffset(data, size, end, error.attribute, error.occurrence);
+    }
     return 1 + static_cast<int>(std::count(data, data + end, '\n'));
+}
+
+// XML 1.0 allows tab, line feed, carriage return and the characters from U+0020 on, except the
+// surrogates and U+FFFE and U+FFFF.
+bool xmlAllows(unsigned long code) {
+    return code == 0x9 || code == 0xA || code == 0xD || (code >= 0x20 && code <= 0xD7FF) ||
+           (code >= 0xE000 && code <= 0xFFFD) || (code >= 0x10000 && code <= 0x10FFFF);
+}
+
+// Where the first control character XML forbids is, or `size`. Blocks without one, nearly all,
+// are passed over by a loop the compiler turns into vector instructions.
+std::size_t firstForbiddenControl(const char* data, std::size_t size) {
+    constexpr std::size_t kBlock = 4096;
+    for (std::size_t start = 0; start < size; start += kBlock) {
+        const std::size_t end = std::min(size, start + kBlock);
+        unsigned found = 0;
+        for (std::size_t i = start; i < end; ++i) {
+            const unsigned char c = static_cast<unsigned char>(data[i]);
+            found |= static_cast<unsigned>(c < 0x20) & static_cast<unsigned>(c != '\t') &
+                     static_cast<unsigned>(c != '\n') & static_cast<unsigned>(c != '\r');
+        }
+        if (found) {
+            for (std::size_t i = start; i < end; ++i) {
+                if (!xmlAllows(static_cast<unsigned char>(data[i]))) {
+                    return i;
+                }
+            }
+        }
+    }
+    return size;
+}
+
+// The parser would take a control character, or a reference to one such as "&#0;" (which cut
+// the text short), where XML forbids it: refuse them rather than read a text that is not the
+// file's. The first in the file is named.
+void refuseForbiddenCharacters(const char* data, std::size_t size) {
+    const std::size_t control = firstForbiddenControl(data, size);
+    for (const char* at = static_cast<const char*>(std::memchr(data, '&', control)); at;
+         at = static_cast<const char*>(
+             std::memchr(at + 1, '&', control - static_cast<std::size_t>(at + 1 - data)))) {
+        const std::size_t i = static_cast<std::size_t>(at - data);
+        if (i + 2 >= size || data[i + 1] != '#') {
+            continue;
+        }
+        std::size_t end = i + 2;
+        const bool hex = data[end] == 'x';
+        end += hex ? 1 : 0;
+        unsigned long code = 0;
+        std::size_t digits = 0;
+        for (; end < size && digits < 9 && std::isxdigit(static_cast<unsigned char>(data[end]));
+             ++end, ++digits) {
+            const char d = data[end];
+            if (!hex && !std::isdigit(static_cast<unsigned char>(d))) {
+                break;
+            }
+            code = code * (hex ? 16 : 10) +
+                   static_cast<unsigned long>(std::isdigit(static_cast<unsigned char>(d))
+                                                  ? d - '0'
+                                                  : std::tolower(d) - 'a' + 10);
+        }
+        if (digits > 0 && end < size && data[end] == ';' && !xmlAllows(code)) {
+            throw ContentError{static_cast<std::ptrdiff_t>(i),
+                               "character reference " +
+                                   quoted(std::string(data + i, end + 1 - i).c_str()) +
+                                   " names a character XML does not allow"};
+        }
+    }
+    if (control < size) {
+        char code[8];
+        std::snprintf(code, sizeof code, "U+%04X", static_cast<unsigned char>(data[control]));
+        throw ContentError{static_cast<std::ptrdiff_t>(control),
+                           std::string("control character ") + code +
+                               " is a character XML does not allow"};
+    }
 }
 
 struct Contents {
@@ -630,9 +761,10 @@ Contents parseInPlace(char* buffer, std::size_t size, const std::string& fileNam
     LineRecorder lines(sourceLines, buffer, size);
     lines.document = document;
     pugi::xml_document xml;
-    const pugi::xml_parse_result parsed =
-        xml.load_buffer_inplace(buffer, size, pugi::parse_default, pugi::encoding_utf8);
     try {
+        refuseForbiddenCharacters(buffer, size);
+        const pugi::xml_parse_result parsed =
+            xml.load_buffer_inplace(buffer, size, pugi::parse_default, pugi::encoding_utf8);
         if (!parsed) {
             throw ContentError{parsed.offset,
                                std::string("malformed XML: ") + parsed.description()};
@@ -640,7 +772,7 @@ Contents parseInPlace(char* buffer, std::size_t size, const std::string& fileNam
         return readRoot(xml, lines);
     } catch (const ContentError& error) {
         const std::string original = pristine();
-        throw DocumentError(fileName, lineOf(original.data(), original.size(), error.offset),
+        throw DocumentError(fileName, lineOf(original.data(), original.size(), error),
                             error.reason);
     }
 }
@@ -649,34 +781,23 @@ Contents parseInPlace(char* buffer, std::size_t size, const std::string& fileNam
 
 boost::shared_ptr<DefinitionDocument> FordefReader::read(const fs::path& file, SourceLines* lines) {
     const std::string name = file.string();
-    std::FILE* in = std::fopen(name.c_str(), "rb");
-    if (!in) {
-        throw DocumentError(name, 0, std::string("cannot open the file: ") + std::strerror(errno));
-    }
     std::string buffer;
     struct stat info {};
-    if (::fstat(::fileno(in), &info) == 0 && info.st_size > 0) {
-        buffer.resize(static_cast<std::size_t>(info.st_size));
-        buffer.resize(std::fread(&buffer[0], 1, buffer.size(), in));
-    }
-    char chunk[1 << 16];
-    std::size_t got = 0;
-    while ((got = std::fread(chunk, 1, sizeof chunk, in)) > 0) {
-        buffer.append(chunk, got); // a file that grew, or one whose size stat does not know
-    }
-    const bool failed = std::ferror(in) != 0;
-    const int error = errno;
-    std::fclose(in);
-    if (failed) {
-        throw DocumentError(name, 0, std::string("cannot read the file: ") + std::strerror(error));
+    try {
+        buffer = Base::readRegularFile(file, Base::kMaxDocumentBytes, "a document", &info);
+    } catch (const Base::UnreadableFile& error) {
+        throw DocumentError(name, 0, error.what());
     }
     // What was read, to recognise a change by someone else when the document is saved.
     ContentHash hash;
     hash.update(buffer.data(), buffer.size());
     const FileState state = fileStateOf(info, buffer.size(), hash.value());
-    auto pristine = [&name] {
-        std::ifstream again(name, std::ios::binary);
-        return std::string(std::istreambuf_iterator<char>(again), std::istreambuf_iterator<char>());
+    auto pristine = [&file] {
+        try {
+            return Base::readRegularFile(file, Base::kMaxDocumentBytes, "a document");
+        } catch (const Base::UnreadableFile&) {
+            return std::string();
+        }
     };
     const auto document = boost::make_shared<DefinitionDocument>(name);
     Contents contents =

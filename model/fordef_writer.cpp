@@ -1,5 +1,6 @@
 #include "model/fordef_writer.h"
 
+#include "model/document_error.h"
 #include "model/fordef_format.h"
 
 #include <cstring>
@@ -390,6 +391,17 @@ std::string FordefWriter::toXml(const DefinitionDocument& document) {
 
 FileState FordefWriter::write(const DefinitionDocument& document, const fs::path& file,
                               const CommitCheck& check) {
+    // Never write what the reader would refuse: the saved file could not be opened again.
+    for (const auto& border : document.borderLayoutTypes(AllUnits)) {
+        for (const DrawingSize& size : border->drawingSizes()) {
+            const Fordef::ImpossibleValue impossible = Fordef::impossibleValue(size);
+            if (impossible.attribute) {
+                throw DocumentError(file.string(), 0,
+                                    "cannot save: border '" + border->id + "', drawing size '" +
+                                        size.name + "': " + impossible.reason);
+            }
+        }
+    }
     return replaceFileAtomically(
         file,
         [&document](const ChunkSink& sink) {

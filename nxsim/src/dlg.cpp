@@ -1,5 +1,7 @@
 #include <nxsim/dlg.h>
 
+#include "regular_file.h"
+
 #include <boost/filesystem/operations.hpp>
 #include <pugixml.hpp>
 
@@ -400,16 +402,13 @@ DialogLayout parseDialogLayout(const std::string& text, const fs::path& file) {
 }
 
 DialogLayout readDialogLayout(const fs::path& file) {
-    std::ifstream in(file.string(), std::ios::binary);
-    if (!in) {
-        throw DlgError(file.string() + ":0: cannot be read");
+    std::string text;
+    try {
+        text = detail::readRegularFile(file, detail::kMaxDialogBytes, "a dialog resource file");
+    } catch (const detail::UnreadableFile& error) {
+        throw DlgError(file.string() + ":0: " + error.what());
     }
-    std::ostringstream text;
-    text << in.rdbuf();
-    if (in.bad()) {
-        throw DlgError(file.string() + ":0: cannot be read");
-    }
-    return parseDialogLayout(text.str(), file);
+    return parseDialogLayout(text, file);
 }
 
 std::vector<fs::path> resourcePath() {
@@ -449,12 +448,13 @@ fs::path findDialogResource(const std::string& name) {
     fs::path given(name);
     if (given.is_absolute() || given.has_parent_path()) {
         boost::system::error_code ec;
-        return fs::is_regular_file(given, ec) ? given : fs::path();
+        return fs::exists(given, ec) ? given : fs::path();
     }
     for (const fs::path& dir : resourcePath()) {
         boost::system::error_code ec;
         fs::path candidate = dir / given;
-        if (fs::is_regular_file(candidate, ec)) {
+        // Whatever is there is taken: the reader names a FIFO or a folder for what it is.
+        if (fs::exists(candidate, ec)) {
             return candidate;
         }
     }

@@ -1,5 +1,7 @@
 #include <nxsim/journal.h>
 
+#include "regular_file.h"
+
 #include <cerrno>
 #include <cmath>
 #include <cstdlib>
@@ -38,7 +40,8 @@ public:
     LineParser(const std::string& file, int line) : m_file(file), m_line(line) {}
 
     [[noreturn]] void fail(const std::string& reason) const {
-        throw JournalSyntaxError(m_file + ":" + std::to_string(m_line) + ": " + reason);
+        throw JournalSyntaxError(m_file + ":" + std::to_string(m_line) + ": " +
+                                 detail::visibleText(reason));
     }
 
     void tokenize(const std::string& text) {
@@ -456,13 +459,13 @@ Journal parseJournal(const std::string& text, const std::string& file) {
 }
 
 Journal readJournal(const boost::filesystem::path& file) {
-    std::ifstream in(file.string(), std::ios::binary);
-    if (!in) {
-        throw std::runtime_error(file.string() + ": cannot be read");
+    std::string text;
+    try {
+        text = detail::readRegularFile(file, detail::kMaxJournalBytes, "a journal");
+    } catch (const detail::UnreadableFile& error) {
+        throw std::runtime_error(file.string() + ": " + error.what());
     }
-    std::ostringstream text;
-    text << in.rdbuf();
-    return parseJournal(text.str(), file.string());
+    return parseJournal(text, file.string());
 }
 
 std::string quoteJournalText(const std::string& text) {

@@ -2,6 +2,7 @@
 
 #include "internal.h"
 #include "platform_state.h"
+#include "regular_file.h"
 
 #include <nxsim/platform.h>
 #include <nxsim/runtime.h>
@@ -98,7 +99,9 @@ JournalRunner::JournalRunner(Journal journal, fs::path siteDirectory)
 void JournalRunner::fail(int line, const std::string& reason) {
     if (!m_failed) {
         m_failed = true;
-        m_failure = m_journal.file + ":" + std::to_string(line) + ": " + reason;
+        // A control character in a name would make two different names read alike.
+        m_failure = m_journal.file + ":" + std::to_string(line) + ": " +
+                    detail::visibleText(reason, detail::KeepLineBreaks::Yes);
     }
     throw Failure{m_failure};
 }

@@ -1,5 +1,7 @@
 #include <nxsim/part_file.h>
 
+#include "regular_file.h"
+
 #include <cerrno>
 #include <cmath>
 #include <cstdlib>
@@ -28,7 +30,8 @@ public:
     explicit Parser(const fs::path& file) : m_file(file) {}
 
     [[noreturn]] void fail(const std::string& reason) const {
-        throw PartFileError(m_file.string() + ":" + std::to_string(m_line) + ": " + reason);
+        throw PartFileError(m_file.string() + ":" + std::to_string(m_line) + ": " +
+                            detail::visibleText(reason));
     }
 
     double number(const std::string& word) const {
@@ -61,10 +64,16 @@ public:
         fail("units must be mm or inch, not \"" + word + "\"");
     }
 
-    void checkTag(const SimPart& part, unsigned int t) const {
-        if (part.object(t)) {
-            fail("tag " + std::to_string(t) + " is used twice");
+    // One look-up per object, so that a part of 65,535 objects reads in linear time.
+    void checkTag(unsigned int t) {
+        if (m_tagLines.empty()) {
+            m_tagLines.assign(0x10000, 0);
         }
+        if (m_tagLines[t] != 0) {
+            fail("tag " + std::to_string(t) + " is used twice (first on line " +
+                 std::to_string(m_tagLines[t]) + ")");
+        }
+        m_tagLines[t] = m_line;
     }
 
     SimPart parse(const std::string& text) {
@@ -137,7 +146,7 @@ public:
                 SimObject o;
                 o.type = SimObject::Point;
                 o.tag = tag(w[1]);
-                checkTag(part, o.tag);
+                checkTag(o.tag);
                 for (int i = 0; i < 3; ++i) {
                     o.start[i] = o.end[i] = number(w[static_cast<std::size_t>(2 + i)]);
                 }
@@ -150,7 +159,7 @@ public:
                 SimObject o;
                 o.type = SimObject::Line;
                 o.tag = tag(w[1]);
-                checkTag(part, o.tag);
+                checkTag(o.tag);
                 for (int i = 0; i < 3; ++i) {
                     o.start[i] = number(w[static_cast<std::size_t>(2 + i)]);
                     o.end[i] = number(w[static_cast<std::size_t>(5 + i)]);
@@ -263,6 +272,7 @@ public:
 private:
     fs::path m_file;
     int m_line = 0;
+    std::vector<int> m_tagLines; ///< by tag: the line that gave it, 0 while unused
 };
 
 } // namespace
@@ -295,13 +305,13 @@ SimPart parsePartFile(const std::string& text, const fs::path& file) {
 }
 
 SimPart readPartFile(const fs::path& file) {
-    std::ifstream in(file.string(), std::ios::binary);
-    if (!in) {
-        throw PartFileError(file.string() + ": cannot be read");
+    std::string text;
+    try {
+        text = detail::readRegularFile(file, detail::kMaxPartBytes, "a part");
+    } catch (const detail::UnreadableFile& error) {
+        throw PartFileError(file.string() + ": " + error.what());
     }
-    std::ostringstream text;
-    text << in.rdbuf();
-    return parsePartFile(text.str(), file);
+    return parsePartFile(text, file);
 }
 
 } // namespace nxsim

@@ -116,7 +116,8 @@ Part* PartCollection::OpenDisplay(const NXString& file, PartLoadStatus** status)
     auto& s = state();
     const fs::path path(file.GetText());
     boost::system::error_code ec;
-    if (!fs::is_regular_file(path, ec)) {
+    // Anything else found there is refused by the reader, which says what it is.
+    if (!fs::exists(path, ec)) {
         nxsim::detail::raise(nxsim::ErrorCode::FileNotFound, path.string());
     }
     Part* part = nullptr;

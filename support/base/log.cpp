@@ -1,5 +1,7 @@
 #include "base/log.h"
 
+#include "base/write_signals.h"
+
 #include <cerrno>
 #include <chrono>
 #include <cstdio>
@@ -92,6 +94,8 @@ void Logger::write(const std::string& text) const {
         return;
     }
     const std::string line = timestamp() + " [" + m_name + "] " + text + "\n";
+    // A log file at the size limit, or a closed standard error, must not end the program.
+    const WriteSignalsHeld signalsHeld;
     Destination& d = current();
     if (d.toStderr) {
         std::cerr << line << std::flush;

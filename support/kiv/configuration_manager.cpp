@@ -1,7 +1,10 @@
 #include "kiv/configuration_manager.h"
 
 #include "kiv/settings_file.h"
+
 #include "kiv/site.h"
+
+#include "base/visible_text.h"
 
 #include <boost/filesystem/operations.hpp>
 #include <boost/make_shared.hpp>
@@ -69,12 +72,13 @@ ConfigurationManager::configuration(const std::string& name) const {
     for (const SettingsEntry& entry : readSettingsFile(file)) {
         const std::string where = file.string() + ":" + std::to_string(entry.line) + ": ";
         if (entry.key != "common") {
-            throw ConfigurationError(where + "unknown key '" + entry.key + "'");
+            throw ConfigurationError(where + "unknown key '" + Base::visibleText(entry.key) + "'");
         }
         common = fs::path(entry.value).is_absolute() ? fs::path(entry.value)
                                                      : m_configurationsDirectory / entry.value;
         if (entry.value.empty() || !fs::is_directory(common, ec)) {
-            throw ConfigurationError(where + "common configuration '" + entry.value +
+            throw ConfigurationError(where + "common configuration '" +
+                                     Base::visibleText(entry.value) +
                                      "' not found: " + common.string() + " is not a directory");
         }
         common = common.lexically_normal();

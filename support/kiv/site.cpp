@@ -2,6 +2,8 @@
 
 #include "kiv/settings_file.h"
 
+#include "base/visible_text.h"
+
 #include <boost/filesystem/operations.hpp>
 
 #include <cstdlib>
@@ -25,7 +27,7 @@ SiteSettings SiteSettings::read(const fs::path& site) {
             settings.defaultConfiguration = entry.value;
         } else {
             throw ConfigurationError(file.string() + ":" + std::to_string(entry.line) +
-                                     ": unknown key '" + entry.key + "'");
+                                     ": unknown key '" + Base::visibleText(entry.key) + "'");
         }
     }
     return settings;

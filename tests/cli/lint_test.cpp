@@ -260,9 +260,9 @@ TEST_F(LintCommand, AFileThatIsNotARegularFileIsRefusedAtOnceNamingIt) {
         fs::path file;
         std::string message;
     } cases[] = {
-        {fifo, "not a regular file (a FIFO)"},
-        {device, "not a regular file (a character device)"},
-        {dir.path(), "not a regular file (a directory)"},
+        {fifo, "it is a FIFO (named pipe), not a regular file"},
+        {device, "it is a character device, not a regular file"},
+        {dir.path(), "it is a folder, not a regular file"},
         {dir.path() / "missing.fordef", "cannot open the file: No such file or directory"},
     };
     for (const auto& c : cases) {

@@ -298,7 +298,7 @@ TEST(QorfmtProgram, LintRefusesAFifoAtOnceInsteadOfWaitingForIt) {
     const Result result = qorfmt({"lint", fifo.string()}, "mkfifo " + quote(fifo.string()) + "; ");
     EXPECT_EQ(result.exitCode, 2);
     EXPECT_EQ(result.err, "qorfmt lint: " + fifo.string() +
-                              ": not a regular file (a FIFO); only documents are read\n");
+                              ": it is a FIFO (named pipe), not a regular file\n");
 }
 
 TEST(QorfmtProgram, LintWritesSarifToTheNamedFile) {

@@ -7,6 +7,10 @@
 
 #include <gtest/gtest.h>
 
+#include <boost/filesystem/operations.hpp>
+
+#include <sys/stat.h>
+
 using namespace QorfmtCli;
 namespace fs = boost::filesystem;
 
@@ -114,6 +118,49 @@ TEST(PoCatalog, TheSameMessageTwiceIsRefused) {
                                                 "msgctxt \"A|B|\"\nmsgid \"a\"\nmsgstr \"c\"\n");
     EXPECT_NE(errorOf(file).find("duplicate message definition"), std::string::npos)
         << errorOf(file);
+}
+
+TEST(PoCatalog, AMessageGivenTwiceNamesBothPlaces) {
+    TestUtil::TempDir dir;
+    const fs::path file = dir.write("twice.po", "msgctxt \"A|B|\"\nmsgid \"a\"\nmsgstr \"b\"\n\n"
+                                                "msgctxt \"A|B|\"\nmsgid \"a\"\nmsgstr \"c\"\n");
+    const std::string error = errorOf(file);
+    EXPECT_EQ(error.rfind(
+                  file.string() + ":6: duplicate message definition (" + file.string() + ":1: ", 0),
+              0u)
+        << error;
+    EXPECT_NE(error.find("first definition"), std::string::npos) << error;
+}
+
+TEST(PoCatalog, AByteOrderMarkIsAccepted) {
+    TestUtil::TempDir dir;
+    const fs::path file =
+        dir.write("bom.po", "\xEF\xBB\xBFmsgctxt \"A|B|\"\nmsgid \"a\"\nmsgstr \"b\"\n");
+    const PoCatalog catalog = readPoFile(file);
+    ASSERT_EQ(catalog.entries.size(), 1u);
+    EXPECT_EQ(catalog.entries[0].context, "A|B|");
+    EXPECT_EQ(catalog.entries[0].line, 1);
+}
+
+TEST(PoCatalog, AnErrorAfterAByteOrderMarkKeepsItsLine) {
+    TestUtil::TempDir dir;
+    const fs::path file = dir.write(
+        "bom.po", "\xEF\xBB\xBFmsgid \"a\"\nmsgstr \"b\"\n\nmsgid \"c\"\nmsgstr\nmsgid \"d\"\n");
+    EXPECT_EQ(errorOf(file), file.string() + ":6: syntax error");
+}
+
+TEST(PoCatalog, AFifoIsRefusedAtOnceWithItsKind) {
+    TestUtil::TempDir dir;
+    const fs::path file = dir.path() / "pipe.po";
+    ASSERT_EQ(::mkfifo(file.c_str(), 0644), 0);
+    EXPECT_EQ(errorOf(file), file.string() + ": it is a FIFO (named pipe), not a regular file");
+}
+
+TEST(PoCatalog, ALinkToADeviceIsRefusedWithItsKind) {
+    TestUtil::TempDir dir;
+    const fs::path file = dir.path() / "zero.po";
+    fs::create_symlink("/dev/zero", file);
+    EXPECT_EQ(errorOf(file), file.string() + ": it is a character device, not a regular file");
 }
 
 TEST(PoCatalog, AMissingFileIsRefused) {

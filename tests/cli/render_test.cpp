@@ -224,6 +224,64 @@ TEST(FrameDrawing, AFrameOutsideTheSheetIsRefused) {
     EXPECT_THROW(frameDrawing(border, size), InputError);
 }
 
+// Documents built in memory are not read through the reader's checks; what is drawn is checked
+// again before anything is allocated for it.
+TEST(FrameDrawing, ZoneCountsNoDrawingCanHaveAreRefusedBeforeTheZonesAreMade) {
+    QorBorder::BorderLayout border;
+    border.id = "MANY";
+    border.units = QorBorder::Millimeters;
+    border.bottomLeft = {10, 10, 0};
+    border.topRight = {10, 10, 0};
+    border.horizontalZoneType = QorBorder::ZoneLetters;
+    QorBorder::DrawingSize size;
+    size.name = "S";
+    size.length = 100;
+    size.height = 50;
+    size.horizontalZones = 2147483647;
+    try {
+        frameDrawing(border, size);
+        FAIL() << "drew 2147483647 zones";
+    } catch (const InputError& error) {
+        EXPECT_EQ(std::string(error.what()), "drawing size 'S' of border 'MANY' has 2147483647 "
+                                             "zones along an edge; a drawing has from 0 to 1000");
+    }
+    size.horizontalZones = 1000;
+    EXPECT_EQ(frameDrawing(border, size).horizontalZones.size(), 1000u);
+}
+
+TEST(FrameDrawing, ASheetLongerThanAHundredMetresIsRefused) {
+    QorBorder::BorderLayout border;
+    border.id = "HUGE";
+    border.units = QorBorder::Inches;
+    QorBorder::DrawingSize size;
+    size.name = "S";
+    size.length = 1e308;
+    size.height = 50;
+    EXPECT_THROW(frameDrawing(border, size), InputError);
+    size.length = 100000.0 / 25.4; // 100 m
+    EXPECT_NO_THROW(frameDrawing(border, size));
+}
+
+TEST_F(Render, APngOfMoreThanCairosPixelsIsRefusedBeforeTheImageIsMade) {
+    // A 10 m sheet at 96 dots per inch would be 37,796 pixels long.
+    const fs::path file = m_dir.write(
+        "long.fordef",
+        "<fordef version=\"1\">\n"
+        "  <border id=\"LONG\" description=\"\" category=\"\" units=\"2\" layer=\"0\" "
+        "horizontalZoneType=\"0\" verticalZoneType=\"0\" zoneStart=\"0\">\n"
+        "    <bottomLeft x=\"10\" y=\"10\" z=\"0\"/>\n"
+        "    <topRight x=\"10\" y=\"10\" z=\"0\"/>\n"
+        "    <drawingSize templateFile=\"\" name=\"L\" description=\"\" label=\"\" height=\"297\" "
+        "length=\"10000\" frameLength=\"0\" horizontalZones=\"0\" verticalZones=\"0\"/>\n"
+        "  </border>\n"
+        "</fordef>\n");
+    EXPECT_EQ(render(file, "LONG", "L", "l.png"), 2);
+    EXPECT_EQ(m_err.str(), "qorfmt render: " + (m_dir.path() / "l.png").string() +
+                               ": the image would be 37796 x 1123 pixels, more than 32767 along an "
+                               "edge; choose a lower --dpi\n");
+    EXPECT_FALSE(fs::exists(m_dir.path() / "l.png"));
+}
+
 TEST_F(Render, IsoA3SvgHasSheetFrameAndZoneMarksInMillimetres) {
     ASSERT_EQ(render(kIsoBorders, "ISO5457", "A3", "a3.svg"), 0) << m_err.str();
     const fs::path svg = m_dir.path() / "a3.svg";

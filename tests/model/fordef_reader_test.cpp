@@ -10,8 +10,13 @@
 
 #include <gtest/gtest.h>
 
+#include <cstring>
 #include <fstream>
 #include <set>
+#include <sys/socket.h>
+#include <sys/stat.h>
+#include <sys/un.h>
+#include <unistd.h>
 
 using namespace QorBorder;
 namespace fs = boost::filesystem;
@@ -98,7 +103,106 @@ TEST(FordefReader, UnreadableFileIsRefusedWithTheReason) {
     const fs::path folder = dir.mkdir("a folder.fordef");
     const DocumentError error = readError(folder);
     EXPECT_EQ(error.file(), folder.string());
-    EXPECT_NE(error.reason().find("cannot read"), std::string::npos) << error.what();
+    EXPECT_EQ(error.reason(), "it is a folder, not a regular file") << error.what();
+}
+
+TEST(FordefReader, AFifoIsRefusedAtOnceWithItsKind) {
+    TestUtil::TempDir dir;
+    const fs::path file = dir.path() / "pipe.fordef";
+    ASSERT_EQ(::mkfifo(file.c_str(), 0644), 0);
+    EXPECT_EQ(std::string(readError(file).what()),
+              file.string() + ": it is a FIFO (named pipe), not a regular file");
+}
+
+TEST(FordefReader, ALinkToADeviceIsNotFollowedIntoTheDevice) {
+    TestUtil::TempDir dir;
+    const fs::path file = dir.path() / "zero.fordef";
+    fs::create_symlink("/dev/zero", file);
+    EXPECT_EQ(std::string(readError(file).what()),
+              file.string() + ": it is a character device, not a regular file");
+}
+
+TEST(FordefReader, ASocketIsRefusedWithItsKind) {
+    TestUtil::TempDir dir;
+    const fs::path file = dir.path() / "s.fordef";
+    const int listener = ::socket(AF_UNIX, SOCK_STREAM, 0);
+    ASSERT_GE(listener, 0);
+    struct sockaddr_un address {};
+    address.sun_family = AF_UNIX;
+    std::strncpy(address.sun_path, file.c_str(), sizeof address.sun_path - 1);
+    ASSERT_EQ(::bind(listener, reinterpret_cast<const struct sockaddr*>(&address), sizeof address),
+              0);
+    EXPECT_EQ(readError(file).reason(), "it is a socket, not a regular file");
+    ::close(listener);
+}
+
+// The limit is checked on the file's size before anything is read or allocated (the file here
+// is sparse: it takes no room on disk).
+TEST(FordefReader, ADocumentLargerThanOneGibibyteIsRefusedBeforeItIsRead) {
+    TestUtil::TempDir dir;
+    const fs::path file = dir.write("huge.fordef");
+    fs::resize_file(file, (std::uintmax_t(1) << 30) + 1);
+    EXPECT_EQ(std::string(readError(file).what()),
+              file.string() + ": the file is larger than 1 GiB, the most allowed for a document");
+}
+
+TEST(FordefReader, ACharacterReferenceToNulIsRefusedNotCut) {
+    const std::string xml = "<fordef version=\"1\">\n"
+                            "  <translation key=\"AB&#0;CD\" text=\"x\"/>\n"
+                            "</fordef>\n";
+    try {
+        FordefReader::parse(xml.data(), xml.size(), "nul.fordef");
+        FAIL() << "read without an error";
+    } catch (const DocumentError& error) {
+        EXPECT_EQ(std::string(error.what()), "nul.fordef:2: character reference '&#0;' names a "
+                                             "character XML does not allow");
+    }
+}
+
+TEST(FordefReader, TheFirstForbiddenCharacterInTheFileIsNamed) {
+    const std::string referenceFirst = "<fordef version=\"1\">\n"
+                                       "  <translation key=\"&#x1F;\" text=\"a\x02\"/>\n"
+                                       "</fordef>\n";
+    const std::string controlFirst = "<fordef version=\"1\">\n"
+                                     "  <translation key=\"\x02\"\n"
+                                     "               text=\"&#0;\"/>\n"
+                                     "</fordef>\n";
+    try {
+        FordefReader::parse(referenceFirst.data(), referenceFirst.size(), "a.fordef");
+        FAIL() << "read without an error";
+    } catch (const DocumentError& error) {
+        EXPECT_EQ(std::string(error.what()), "a.fordef:2: character reference '&#x1F;' names a "
+                                             "character XML does not allow");
+    }
+    try {
+        FordefReader::parse(controlFirst.data(), controlFirst.size(), "b.fordef");
+        FAIL() << "read without an error";
+    } catch (const DocumentError& error) {
+        EXPECT_EQ(std::string(error.what()),
+                  "b.fordef:2: control character U+0002 is a character XML does not allow");
+    }
+}
+
+TEST(FordefReader, ALineFeedByReferenceIsStillRead) {
+    const std::string xml = "<fordef version=\"1\">\n"
+                            "  <translation key=\"A&#10;B&#x9;C\" text=\"x\"/>\n"
+                            "</fordef>\n";
+    const auto document = FordefReader::parse(xml.data(), xml.size(), "ok.fordef");
+    EXPECT_EQ(document->translations().count("A\nB\tC"), 1u);
+}
+
+TEST(FordefReader, AnAttributeGivenTwiceIsReportedOnTheLineOfTheSecond) {
+    const std::string xml = "<fordef version=\"1\">\n"
+                            "  <translation key=\"A\"\n"
+                            "               text=\"x\"\n"
+                            "               key=\"B\"/>\n"
+                            "</fordef>\n";
+    try {
+        FordefReader::parse(xml.data(), xml.size(), "twice.fordef");
+        FAIL() << "read without an error";
+    } catch (const DocumentError& error) {
+        EXPECT_EQ(error.line(), 4) << error.what();
+    }
 }
 
 TEST(FordefReader, BrokenReferencesAreReadAsTheyStand) {

@@ -29,9 +29,11 @@ namespace {
 
 // Runs `check` in a child process, as an unprivileged user when `dropRoot` (root writes into
 // read-only folders) and with the file size limited to `maxFileSize` bytes when not 0 (the
-// kernel then fails writes as on a full disk). Returns the child's message, "" on success.
+// kernel then fails writes as on a full disk; SIGXFSZ is ignored unless `sizeSignalKills`, when
+// it keeps the default action of ending the process). Returns the child's message, "" on
+// success, or "killed by signal N".
 std::string inChild(const std::function<std::string()>& check, bool dropRoot,
-                    rlim_t maxFileSize = 0) {
+                    rlim_t maxFileSize = 0, bool sizeSignalKills = false) {
     int pipeFds[2];
     if (::pipe(pipeFds) != 0) {
         return "pipe failed";
@@ -44,7 +46,7 @@ std::string inChild(const std::function<std::string()>& check, bool dropRoot,
             message = "cannot drop root";
         }
         if (message.empty() && maxFileSize != 0) {
-            std::signal(SIGXFSZ, SIG_IGN);
+            std::signal(SIGXFSZ, sizeSignalKills ? SIG_DFL : SIG_IGN);
             struct rlimit limit {};
             ::getrlimit(RLIMIT_FSIZE, &limit);
             limit.rlim_cur = maxFileSize;
@@ -73,7 +75,9 @@ std::string inChild(const std::function<std::string()>& check, bool dropRoot,
     ::close(pipeFds[0]);
     int status = 0;
     ::waitpid(pid, &status, 0);
-    if (message.empty() && !(WIFEXITED(status) && WEXITSTATUS(status) == 0)) {
+    if (WIFSIGNALED(status)) {
+        message = "killed by signal " + std::to_string(WTERMSIG(status));
+    } else if (message.empty() && !(WIFEXITED(status) && WEXITSTATUS(status) == 0)) {
         message = "child failed";
     }
     return message;
@@ -191,6 +195,28 @@ TEST(FordefWriter, SaveBeyondTheFileSizeLimitLeavesTheOldFileWholeAndModifiedSet
               "");
 }
 
+// A save that meets the file size limit must not end the process with SIGXFSZ (in NX that is
+// the CAD session with every unsaved document): it is an ordinary failed save.
+TEST(FordefWriter, SaveUnderAFileSizeLimitFailsWithItsMessageAndTheProcessLives) {
+    TestUtil::TempDir dir;
+    const fs::path file = dir.path() / "a.fordef";
+    ModelTest::makeSmallDocument("")->save(file);
+    EXPECT_EQ(inChild(
+                  [&]() -> std::string {
+                      const std::string result = expectFailedSave(
+                          file, "cannot write: the file would exceed the largest size allowed");
+                      sigset_t pending;
+                      ::sigpending(&pending);
+                      if (!result.empty()) {
+                          return result;
+                      }
+                      // Nothing left to strike once the signal is unblocked again.
+                      return ::sigismember(&pending, SIGXFSZ) ? "SIGXFSZ still pending" : "";
+                  },
+                  false, 2000, true),
+              "");
+}
+
 // A file system of 128 KiB, in a mount namespace of the child's own (as root, or as an
 // unprivileged user in a user namespace). Skipped where neither is allowed.
 TEST(FordefWriter, SaveOnAFullDiskLeavesTheOldFileWholeAndModifiedSet) {
@@ -228,6 +254,111 @@ TEST(FordefWriter, SaveOverAReadOnlyFileIsRefused) {
     fs::permissions(dir.path(), fs::perms(0777));
     fs::permissions(file, fs::perms(0444));
     EXPECT_EQ(inChild([&] { return expectFailedSave(file, "read-only"); }, true), "");
+}
+
+// A file system mounted read-only is named as such, not taken for a read-only file.
+TEST(FordefWriter, SaveOnAReadOnlyFileSystemSaysSo) {
+    TestUtil::TempDir dir;
+    const fs::path folder = dir.mkdir("mounted");
+    const fs::path file = folder / "a.fordef";
+    const std::string result = inChild(
+        [&]() -> std::string {
+            if (!ownMountNamespace()) {
+                return "skip: no mount namespace of its own: " + std::string(strerror(errno));
+            }
+            if (::mount("qorfmt-test", folder.c_str(), "tmpfs", 0, "size=128k") != 0) {
+                return "skip: cannot mount a file system: " + std::string(strerror(errno));
+            }
+            ModelTest::makeSmallDocument("")->save(file);
+            if (::mount(nullptr, folder.c_str(), nullptr, MS_REMOUNT | MS_RDONLY, nullptr) != 0) {
+                return "skip: cannot mount it read-only: " + std::string(strerror(errno));
+            }
+            return expectFailedSave(file, "cannot save: the file system is read-only");
+        },
+        false);
+    if (result.rfind("skip: ", 0) == 0) {
+        GTEST_SKIP() << result.substr(6);
+    }
+    EXPECT_EQ(result, "");
+}
+
+TEST(FordefWriter, SaveOverAFifoIsRefusedAtOnceWithItsKind) {
+    TestUtil::TempDir dir;
+    const fs::path file = dir.path() / "a.fordef";
+    const auto document = ModelTest::makeSmallDocument("");
+    document->save(file);
+    fs::remove(file);
+    ASSERT_EQ(::mkfifo(file.c_str(), 0644), 0);
+    document->modified = true;
+    try {
+        document->save();
+        FAIL() << "saved over a FIFO";
+    } catch (const DocumentError& error) {
+        EXPECT_EQ(std::string(error.what()),
+                  file.string() + ": cannot save: it is a FIFO (named pipe), not a regular file");
+    }
+    EXPECT_TRUE(document->modified);
+    EXPECT_TRUE(fs::symlink_status(file).type() == fs::fifo_file);
+}
+
+TEST(FordefWriter, SaveAsOntoAFifoIsRefusedAtOnce) {
+    TestUtil::TempDir dir;
+    const fs::path file = dir.path() / "pipe.fordef";
+    ASSERT_EQ(::mkfifo(file.c_str(), 0644), 0);
+    try {
+        DefinitionDocument("").save(file);
+        FAIL() << "saved over a FIFO";
+    } catch (const DocumentError& error) {
+        EXPECT_NE(error.reason().find("FIFO (named pipe), not a regular file"), std::string::npos)
+            << error.what();
+    }
+}
+
+TEST(FordefWriter, SaveThroughALinkWhoseTargetIsGoneCreatesTheTargetAndKeepsTheLink) {
+    TestUtil::TempDir dir;
+    const fs::path real = dir.mkdir("shared") / "real.fordef";
+    const fs::path link = dir.path() / "link.fordef";
+    fs::create_symlink("shared/real.fordef", link);
+    const auto document = ModelTest::makeSmallDocument("");
+    document->save(link);
+    EXPECT_TRUE(fs::is_symlink(link));
+    EXPECT_EQ(TestUtil::readFile(real), FordefWriter::toXml(*document));
+    EXPECT_EQ(entries(dir.path()), (std::vector<std::string>{"link.fordef", "shared"}));
+}
+
+TEST(FordefWriter, SaveThroughAChainOfLinksReplacesTheLastFileAndKeepsEveryLink) {
+    TestUtil::TempDir dir;
+    const fs::path real = dir.path() / "real.fordef";
+    ModelTest::makeSmallDocument("")->save(real);
+    fs::create_symlink(real, dir.path() / "middle.fordef");
+    fs::create_symlink("middle.fordef", dir.path() / "first.fordef");
+    DefinitionDocument("").save(dir.path() / "first.fordef");
+    EXPECT_TRUE(fs::is_symlink(dir.path() / "first.fordef"));
+    EXPECT_TRUE(fs::is_symlink(dir.path() / "middle.fordef"));
+    EXPECT_EQ(TestUtil::readFile(real), FordefWriter::toXml(DefinitionDocument("")));
+}
+
+TEST(FordefWriter, SaveRefusesADrawingSizeTheReaderWouldRefuse) {
+    TestUtil::TempDir dir;
+    const fs::path file = dir.path() / "a.fordef";
+    const auto document = ModelTest::makeSmallDocument("");
+    document->save(file);
+    const std::string before = TestUtil::readFile(file);
+    const auto border =
+        document->getBorderLayout(document->borderLayoutTypes(AllUnits).front()->id);
+    ASSERT_FALSE(border->drawingSizes().empty());
+    border->getDrawingSize(0).horizontalZones = 5000;
+    document->modified = true;
+    try {
+        document->save();
+        FAIL() << "saved 5000 zones";
+    } catch (const DocumentError& error) {
+        EXPECT_NE(error.reason().find("'horizontalZones' of element 'drawingSize' must be a "
+                                      "number of zones from 0 to 1000, not 5000"),
+                  std::string::npos)
+            << error.what();
+    }
+    EXPECT_EQ(TestUtil::readFile(file), before);
 }
 
 TEST(FordefWriter, SaveKeepsThePermissionsOfTheReplacedFile) {

@@ -94,10 +94,10 @@ boost::shared_ptr<DefinitionDocument> makeFullDocument(const std::string& filena
             size.description = "A" + std::to_string(s);
             size.label = awkwardText(s + 5);
             size.height = 297.0 / 3.0;
-            size.length = -std::numeric_limits<double>::infinity();
+            size.length = -std::numeric_limits<double>::max(); // the reader refuses -INF here
             size.frameLength = 1.0 / 3.0 + s;
-            size.horizontalZones = s * 1000;
-            size.verticalZones = -s;
+            size.horizontalZones = s * 500; // up to the most zones the reader takes
+            size.verticalZones = s;
             border->addDrawingSize(size);
         }
         document->addBorderLayout(border);

@@ -183,7 +183,9 @@ TEST(DlgReader, UnreadableFileIsNamed) {
             try {
                 nxsim::readDialogLayout("/nonexistent/x.dlg");
             } catch (const DlgError& e) {
-                EXPECT_STREQ(e.what(), "/nonexistent/x.dlg:0: cannot be read");
+                EXPECT_STREQ(
+                    e.what(),
+                    "/nonexistent/x.dlg:0: cannot open the file: No such file or directory");
                 throw;
             }
         },

@@ -1,11 +1,18 @@
 #include <nxsim/part_file.h>
 
+#include "testutil/temp_dir.h"
+
+#include <boost/filesystem/operations.hpp>
+
 #include <gtest/gtest.h>
+
+#include <sys/stat.h>
 
 namespace {
 
 using nxsim::PartFileError;
 using nxsim::SimPart;
+namespace fs = boost::filesystem;
 
 SimPart parse(const std::string& text) {
     return nxsim::parsePartFile(text, "p.prt");
@@ -108,9 +115,39 @@ INSTANTIATE_TEST_SUITE_P(
         BadPart{"qorfmt-part 1\npoint 1 0 0 0\nline 2 0 0 0 1 1 x\n",
                 "p.prt:3: \"x\" is not a number"},
         BadPart{"qorfmt-part 1\npoint 1 0 0 0\nline 1 0 0 0 1 1 1\n",
-                "p.prt:3: tag 1 is used twice"},
+                "p.prt:3: tag 1 is used twice (first on line 2)"},
+        BadPart{"qorfmt-part 1\npoint 1 0 \x01 0\n", "p.prt:2: \"\\x01\" is not a number"},
         BadPart{"qorfmt-part 1\nsolid 1\n",
                 "p.prt:2: unknown line \"solid\" (units, drawing, current, point, line)"}));
+
+TEST(PartFile, EveryTagOfAFullPartIsTakenAndADuplicateNamesTheFirstLine) {
+    std::string text = "qorfmt-part 1\n";
+    for (int tag = 1; tag <= 65535; ++tag) {
+        text += "point " + std::to_string(tag) + " 0 0 0\n";
+    }
+    EXPECT_EQ(parse(text).objects.size(), 65535u);
+    text += "point 40000 0 0 0\n";
+    try {
+        parse(text);
+        FAIL() << "a tag twice was taken";
+    } catch (const PartFileError& e) {
+        EXPECT_EQ(std::string(e.what()),
+                  "p.prt:65537: tag 40000 is used twice (first on line 40001)");
+    }
+}
+
+TEST(PartFile, AFifoIsRefusedAtOnceWithItsKind) {
+    TestUtil::TempDir dir;
+    const fs::path file = dir.path() / "pipe.prt";
+    ASSERT_EQ(::mkfifo(file.c_str(), 0644), 0);
+    try {
+        nxsim::readPartFile(file);
+        FAIL() << "a FIFO was read";
+    } catch (const PartFileError& e) {
+        EXPECT_EQ(std::string(e.what()),
+                  file.string() + ": it is a FIFO (named pipe), not a regular file");
+    }
+}
 
 TEST(PartFile, BinaryVendorPartIsRefusedNamingTheFile) {
     try {

@@ -6,6 +6,7 @@
 
 #include <cstdlib>
 #include <string>
+#include <sys/stat.h>
 #include <sys/wait.h>
 
 namespace {
@@ -70,6 +71,31 @@ TEST(Replay, SyntaxErrorExitsWith1AndFileLine) {
     EXPECT_EQ(r.output, kJournals + "syntax.journal:3: `press` needs an item name\n");
 }
 
+// A folder or a FIFO given as the journal is no journal that passed: it is refused at once.
+TEST(Replay, AJournalThatIsNotARegularFileExitsWith2) {
+    TestUtil::TempDir dir;
+    ReplayRun r = replay("'" + dir.path().string() + "'" + library());
+    EXPECT_EQ(r.exitCode, 2);
+    EXPECT_EQ(r.output,
+              "qorfmt-replay: " + dir.path().string() + ": it is a folder, not a regular file\n");
+    const fs::path fifo = dir.path() / "pipe.journal";
+    ASSERT_EQ(::mkfifo(fifo.c_str(), 0644), 0);
+    r = replay("'" + fifo.string() + "'" + library());
+    EXPECT_EQ(r.exitCode, 2);
+    EXPECT_EQ(r.output, "qorfmt-replay: " + fifo.string() +
+                            ": it is a FIFO (named pipe), not a regular file\n");
+    r = replay("'" + (dir.path() / "none.journal").string() + "'" + library());
+    EXPECT_EQ(r.exitCode, 2);
+}
+
+TEST(Replay, ControlCharactersInAJournalAreShownEscaped) {
+    TestUtil::TempDir dir;
+    const fs::path journal = dir.write("nul.journal", std::string("run\ndialog X\0Y\n", 15));
+    ReplayRun r = replay("'" + journal.string() + "'" + library());
+    EXPECT_EQ(r.exitCode, 1);
+    EXPECT_NE(r.output.find("X\\x00Y"), std::string::npos) << r.output;
+}
+
 TEST(Replay, MissingLibraryIsASetupErrorNamingIt) {
     ReplayRun r =
         replay("'" + kJournals + "passes.journal' --library /nonexistent/libqorfmt_configure.so");
@@ -106,7 +132,9 @@ TEST(Replay, UsageErrorsExitWith2) {
     EXPECT_EQ(replay("a.journal --site").exitCode, 2);
     ReplayRun missing = replay("/nonexistent/j.journal" + library());
     EXPECT_EQ(missing.exitCode, 2);
-    EXPECT_EQ(missing.output, "qorfmt-replay: /nonexistent/j.journal: cannot be read\n");
+    EXPECT_EQ(missing.output,
+              "qorfmt-replay: /nonexistent/j.journal: cannot open the file: No such "
+              "file or directory\n");
 }
 
 TEST(Replay, HelpAndVersionExitWith0) {

@@ -4,7 +4,13 @@
 
 #include <gtest/gtest.h>
 
+#include <boost/filesystem/operations.hpp>
 #include <boost/regex.hpp>
+
+#include <csignal>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 namespace {
 
@@ -101,6 +107,32 @@ TEST_F(Log, UnopenableFileTurnsLoggingOffWithOneWarning) {
     const std::string warning = ::testing::internal::GetCapturedStderr();
     EXPECT_NE(warning.find("cannot open log file"), std::string::npos);
     EXPECT_FALSE(Logger("x").enabled());
+}
+
+// A log file at the file size limit must not end the program with SIGXFSZ (in NX: the CAD
+// session); the lines beyond the limit are lost, nothing else.
+TEST_F(Log, ALogFileAtTheSizeLimitDoesNotEndTheProgram) {
+    const auto file = dir.path() / "log.txt";
+    const pid_t child = ::fork();
+    ASSERT_GE(child, 0);
+    if (child == 0) {
+        std::signal(SIGXFSZ, SIG_DFL);
+        struct rlimit limit {};
+        ::getrlimit(RLIMIT_FSIZE, &limit);
+        limit.rlim_cur = 1000;
+        ::setrlimit(RLIMIT_FSIZE, &limit);
+        Base::log::setDestination(file.string());
+        Logger logger("x");
+        for (int i = 0; i < 100; ++i) {
+            logger.write("a line of the log that fills the file up to its limit");
+        }
+        ::_exit(0);
+    }
+    int status = 0;
+    ASSERT_EQ(::waitpid(child, &status, 0), child);
+    EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0)
+        << "ended by signal " << (WIFSIGNALED(status) ? WTERMSIG(status) : 0);
+    EXPECT_LE(boost::filesystem::file_size(file), 1000u);
 }
 
 } // namespace
