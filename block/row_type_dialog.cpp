@@ -90,8 +90,11 @@ void RowTypeDialog::initializeDialog() {
 
     m_typeManagerChoiceMenu = bind.control<KivNX::UI::OptionMenu>(Names::TYPE_MANAGER_CHOICE);
     bind.onActivate(*m_typeManagerChoiceMenu, &Self::onTypeManagerChoiceActivated, OpensDialog::No);
+    bind.update(*m_typeManagerChoiceMenu, &Self::updateTypeManagerSettingsSensitivity);
     m_validSymbolList = bind.control<KivNX::UI::WideString>(Names::VALID_SYMBOL_LIST);
+    bind.update(*m_validSymbolList, &Self::updateTypeManagerSettingsSensitivity);
     m_disabledFieldList = bind.control<KivNX::UI::WideString>(Names::DISABLED_FIELD_LIST);
+    bind.update(*m_disabledFieldList, &Self::updateTypeManagerSettingsSensitivity);
 }
 
 DialogState RowTypeDialog::onConstruct(StylerEvent* /*event*/) {
@@ -105,7 +108,6 @@ DialogState RowTypeDialog::onConstruct(StylerEvent* /*event*/) {
         m_dialogFieldsList->SetListItems(dialogFields);
     }
     showFields();
-    setTypeManagerSensitivity();
     fillTypeManagerChoices();
     return DialogStateContinueDialog;
 }
@@ -204,7 +206,6 @@ DialogState RowTypeDialog::onSetZoneActivated(StylerEvent* /*event*/) {
 DialogState RowTypeDialog::onSetTypeManagerActivated(StylerEvent* /*event*/) {
     toggleRole(m_typeManagerFieldId);
     showFields();
-    setTypeManagerSensitivity();
     // The texts belong to the old type manager's choices; they go at once, also on Cancel.
     m_rowType->clearTypeManagerSettings();
     fillTypeManagerChoices();
@@ -365,11 +366,8 @@ void RowTypeDialog::storeTypeManagerChoice() {
     m_rowType->setDisabledFieldIds(m_typeManagerChoice, m_disabledFieldList->ItemValue());
 }
 
-void RowTypeDialog::setTypeManagerSensitivity() {
-    const bool hasTypeManager = !m_typeManagerFieldId.empty();
-    KivNX::UI::setSensitivity(m_typeManagerChoiceMenu.get(), hasTypeManager);
-    KivNX::UI::setSensitivity(m_validSymbolList.get(), hasTypeManager);
-    KivNX::UI::setSensitivity(m_disabledFieldList.get(), hasTypeManager);
+void RowTypeDialog::updateTypeManagerSettingsSensitivity(StylerItem* item) {
+    KivNX::UI::setSensitivity(item, !m_typeManagerFieldId.empty());
 }
 
 void RowTypeDialog::toggleRole(std::string& role) {

@@ -64,6 +64,8 @@ private:
     void updateMoveUpDialogFieldSensitivity(StylerItem* item);
     void updateMoveDownDialogFieldSensitivity(StylerItem* item);
     void updateDeleteDialogFieldSensitivity(StylerItem* item);
+    /// The type manager's choice menu and its two texts: sensitive while a type manager is set.
+    void updateTypeManagerSettingsSensitivity(StylerItem* item);
 
     /// Rebuilds "FIELD_LIST" from the row type with the role markers, keeping the selected
     /// row, then the menu of fields that the input dialog does not show yet.
@@ -74,7 +76,6 @@ private:
     /// Stores the shown choice's texts into the row type, then shows the current choice's.
     void changeTypeManagerChoice();
     void storeTypeManagerChoice();
-    void setTypeManagerSensitivity();
     /// Gives `role` the selected field's ID, or clears it when the field already holds it.
     void toggleRole(std::string& role);
     void moveDialogField(int step);

@@ -1,5 +1,6 @@
 #include "lint/lint.h"
 
+#include "model/fordef_format.h"
 #include "model/fordef_reader.h"
 #include "model/zone_scheme.h"
 
@@ -29,10 +30,6 @@ const char* const kZoneCount = "zone-count";
 const char* const kDuplicateInLayout = "duplicate-in-layout";
 const char* const kTextChoice = "text-choice";
 const char* const kDrawingSize = "drawing-size";
-
-// More zones along one edge than any sheet can show readably; a count above it is a typing
-// error, and drawing it would take memory for nothing.
-constexpr int kMaxZones = 1000;
 
 const char* const kFrameTemplates = "format_defs/frame_templates";
 const char* const kBlockTemplates = "format_defs/block_templates";
@@ -162,10 +159,10 @@ private:
         const std::pair<int, const char*> zones[] = {{size.horizontalZones, "horizontal"},
                                                      {size.verticalZones, "vertical"}};
         for (const auto& count : zones) {
-            if (count.first < 0 || count.first > kMaxZones) {
+            if (count.first < 0 || count.first > Fordef::kMaxZones) {
                 error(doc, line, kDrawingSize,
                       what + " has " + std::to_string(count.first) + " " + count.second +
-                          " zones; a drawing size has 0 to " + std::to_string(kMaxZones));
+                          " zones; a drawing size has 0 to " + std::to_string(Fordef::kMaxZones));
             }
         }
     }

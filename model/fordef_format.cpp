@@ -398,11 +398,11 @@ ImpossibleValue impossibleValue(const DrawingSize& size) {
         }
     };
     const auto zones = [&found](const char* name, int value) {
-        if (!found.attribute && (value < 0 || value > kMaxZones)) {
+        if (!found.attribute && value > kMaxStoredZones) {
             found.attribute = name;
             found.reason = "attribute '" + std::string(name) +
-                           "' of element 'drawingSize' must be a number of zones from 0 to " +
-                           std::to_string(kMaxZones) + ", not " + std::to_string(value);
+                           "' of element 'drawingSize' must be a number of zones up to " +
+                           std::to_string(kMaxStoredZones) + ", not " + std::to_string(value);
         }
     };
     finite("height", size.height);

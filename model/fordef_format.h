@@ -72,11 +72,16 @@ const std::vector<Attribute<TypeManagerChoiceSettings>>& typeManagerChoiceAttrib
 const std::vector<Attribute<SymbolType>>& symbolTypeAttributes();
 const std::vector<Attribute<BlockLocation>>& locationAttributes();
 
-/// The most zones a drawing size may have along one edge.
+/// The most zones a drawing can show along one edge: `qorfmt render` draws no more, and lint
+/// reports a drawing size with more (or fewer than 0).
 constexpr int kMaxZones = 1000;
+/// A zone count above this is no drawing's at all: the reader refuses it, and a save does not
+/// write it. It lies far above kMaxZones because the dialogs take any count the user types, and
+/// a count that is merely unreasonable is lint's to report, not a reason to refuse the save.
+constexpr int kMaxStoredZones = 1000000;
 
 /// What makes a drawing size one no drawing can have: a size that is not finite or a zone count
-/// outside 0..kMaxZones. `attribute` is null when there is nothing.
+/// above kMaxStoredZones. `attribute` is null when there is nothing.
 struct ImpossibleValue {
     const char* attribute = nullptr;
     std::string reason;

@@ -125,8 +125,11 @@ TEST(Lint, FindingsNameTheLineOfTheFaultyElementAndWhatIsWrong) {
         {"drawing-size", "fail.fordef:8: error: drawing size 'A3' of border 'FRAME' has height "
                          "-5, which is not a positive number [drawing-size]\n"},
         {"drawing-size/fail-zones.fordef",
-         "fail-zones.fordef:8: error: drawing size 'A3' of border 'FRAME' has 2147483647 "
-         "horizontal zones; a drawing size has 0 to 1000 [drawing-size]\n"},
+         "fail-zones.fordef:8: error: drawing size 'A3' of border 'FRAME' has 5000 horizontal "
+         "zones; a drawing size has 0 to 1000 [drawing-size]\n"},
+        {"drawing-size/fail-negative-zones.fordef",
+         "fail-negative-zones.fordef:8: error: drawing size 'A3' of border 'FRAME' has -3 "
+         "vertical zones; a drawing size has 0 to 1000 [drawing-size]\n"},
     };
     for (const auto& entry : expected) {
         const fs::path file = kLintData / entry.first;

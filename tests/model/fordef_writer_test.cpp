@@ -347,18 +347,36 @@ TEST(FordefWriter, SaveRefusesADrawingSizeTheReaderWouldRefuse) {
     const auto border =
         document->getBorderLayout(document->borderLayoutTypes(AllUnits).front()->id);
     ASSERT_FALSE(border->drawingSizes().empty());
-    border->getDrawingSize(0).horizontalZones = 5000;
+    border->getDrawingSize(0).horizontalZones = 1000001;
     document->modified = true;
     try {
         document->save();
-        FAIL() << "saved 5000 zones";
+        FAIL() << "saved 1000001 zones";
     } catch (const DocumentError& error) {
         EXPECT_NE(error.reason().find("'horizontalZones' of element 'drawingSize' must be a "
-                                      "number of zones from 0 to 1000, not 5000"),
+                                      "number of zones up to 1000000, not 1000001"),
                   std::string::npos)
             << error.what();
     }
     EXPECT_EQ(TestUtil::readFile(file), before);
+}
+
+// The dialogs take any zone count; one no drawing shows (negative, or more than render draws)
+// is saved and read back as it is, for lint to report, rather than refused on save.
+TEST(FordefWriter, ZoneCountsADrawingCannotShowAreSavedAndReadBack) {
+    TestUtil::TempDir dir;
+    const fs::path file = dir.path() / "a.fordef";
+    const auto document = ModelTest::makeSmallDocument("");
+    const auto border =
+        document->getBorderLayout(document->borderLayoutTypes(AllUnits).front()->id);
+    ASSERT_FALSE(border->drawingSizes().empty());
+    border->getDrawingSize(0).horizontalZones = 5000;
+    border->getDrawingSize(0).verticalZones = -5;
+    document->save(file);
+    const auto read = DefinitionDocument::load(file);
+    const auto readBorder = read->getBorderLayout(border->id);
+    EXPECT_EQ(readBorder->drawingSizes().at(0).horizontalZones, 5000);
+    EXPECT_EQ(readBorder->drawingSizes().at(0).verticalZones, -5);
 }
 
 TEST(FordefWriter, SaveKeepsThePermissionsOfTheReplacedFile) {
