@@ -1,3 +1,7 @@
+// The journal language: reading (tokens, the table of line kinds, the parser), writing (the
+// formatter and the writer) and the C++ builder. It is one file because reading and writing
+// follow the one table of line kinds and share its slot types; splitting it would spread a line
+// kind over several files again.
 #include <nxsim/journal.h>
 
 #include "regular_file.h"
