@@ -3,6 +3,7 @@
 #include "block/block_layout_dialog_names.h"
 #include "block/block_style_dialog.h"
 #include "block/field_dialog.h"
+#include "block/list_editor.h"
 #include "block/row_type_dialog.h"
 #include "block/symbol_type_dialog.h"
 #include "model/block_layout.h"
@@ -39,7 +40,25 @@ constexpr int kNonTabularTemplate = 1;
 BlockLayoutDialog::BlockLayoutDialog(boost::shared_ptr<QorBorder::BlockLayout> layout,
                                      bool existingLayout)
     : NXDialogBase(Names::kResourceFile, Names::kDialogName), m_layout(std::move(layout)),
-      m_existingLayout(existingLayout) {
+      m_existingLayout(existingLayout),
+      m_styleEditor({[this](int row) { return m_layout->getStyle(row); },
+                     [this](const auto& style) { return showStyleDialog(style); },
+                     [this](const auto& style) { m_layout->addStyle(style); },
+                     [this](int row) { m_layout->deleteStyle(row); }, [this] { refreshStyles(); }}),
+      m_fieldEditor({[this](int row) { return m_layout->getField(row); },
+                     [this](const auto& field) { return showFieldDialog(field); },
+                     [this](const auto& field) { m_layout->addField(field); },
+                     [this](int row) { m_layout->deleteField(row); }, [this] { refreshFields(); }}),
+      m_rowTypeEditor({[this](int row) { return m_layout->getTable().getRowType(row); },
+                       [this](const auto& rowType) { return showRowTypeDialog(rowType); },
+                       [this](const auto& rowType) { m_layout->getTable().addRowType(rowType); },
+                       [this](int row) { m_layout->getTable().deleteRowType(row); },
+                       [this] { refreshRowTypes(); }}),
+      m_symbolTypeEditor({[this](int row) { return m_layout->getSymbolType(row); },
+                          [this](const auto& symbol) { return showSymbolTypeDialog(symbol); },
+                          [this](const auto& symbol) { m_layout->addSymbolType(symbol); },
+                          [this](int row) { m_layout->deleteSymbolType(row); },
+                          [this] { refreshSymbolTypes(); }}) {
     assert(m_layout);
 }
 
@@ -256,42 +275,22 @@ std::vector<std::string> BlockLayoutDialog::symbolFieldIds() const {
 }
 
 DialogState BlockLayoutDialog::onAddStyleActivated(StylerEvent* /*event*/) {
-    const auto style = boost::shared_ptr<QorBorder::BlockStyle>(new QorBorder::BlockStyle());
-    if (showStyleDialog(style) == DialogResponseOk) {
-        m_layout->addStyle(style);
-        refreshStyles();
-    }
+    m_styleEditor.addNew();
     return DialogStateContinueDialog;
 }
 
 DialogState BlockLayoutDialog::onEditStyleActivated(StylerEvent* /*event*/) {
-    const auto style = m_layout->getStyle(m_styleList->SelectedIndexValue());
-    if (style && showStyleDialog(style) == DialogResponseOk) {
-        refreshStyles();
-    }
+    m_styleEditor.edit(m_styleList->SelectedIndexValue());
     return DialogStateContinueDialog;
 }
 
 DialogState BlockLayoutDialog::onCopyStyleActivated(StylerEvent* /*event*/) {
-    const auto source = m_layout->getStyle(m_styleList->SelectedIndexValue());
-    if (!source) {
-        return DialogStateContinueDialog;
-    }
-    // The copy keeps its source's ID.
-    const auto copy = boost::shared_ptr<QorBorder::BlockStyle>(new QorBorder::BlockStyle(*source));
-    if (showStyleDialog(copy) == DialogResponseOk) {
-        m_layout->addStyle(copy);
-        refreshStyles();
-    }
+    m_styleEditor.copy(m_styleList->SelectedIndexValue());
     return DialogStateContinueDialog;
 }
 
 DialogState BlockLayoutDialog::onDeleteStyleActivated(StylerEvent* /*event*/) {
-    const int row = m_styleList->SelectedIndexValue();
-    if (row >= 0) {
-        m_layout->deleteStyle(row);
-        refreshStyles();
-    }
+    m_styleEditor.remove(m_styleList->SelectedIndexValue());
     return DialogStateContinueDialog;
 }
 
@@ -305,11 +304,7 @@ DialogState BlockLayoutDialog::onSetDefaultStyleActivated(StylerEvent* /*event*/
 }
 
 DialogState BlockLayoutDialog::onAddFieldActivated(StylerEvent* /*event*/) {
-    const auto field = boost::shared_ptr<QorBorder::Field>(new QorBorder::Field());
-    if (showFieldDialog(field) == DialogResponseOk) {
-        m_layout->addField(field);
-        refreshFields();
-    }
+    m_fieldEditor.addNew();
     return DialogStateContinueDialog;
 }
 
@@ -330,33 +325,17 @@ DialogState BlockLayoutDialog::onEditFieldActivated(StylerEvent* /*event*/) {
 }
 
 DialogState BlockLayoutDialog::onCopyFieldActivated(StylerEvent* /*event*/) {
-    const auto source = m_layout->getField(m_fieldList->SelectedIndexValue());
-    if (!source) {
-        return DialogStateContinueDialog;
-    }
-    const auto copy = boost::shared_ptr<QorBorder::Field>(new QorBorder::Field(*source));
-    if (showFieldDialog(copy) == DialogResponseOk) {
-        m_layout->addField(copy);
-        refreshFields();
-    }
+    m_fieldEditor.copy(m_fieldList->SelectedIndexValue());
     return DialogStateContinueDialog;
 }
 
 DialogState BlockLayoutDialog::onDeleteFieldActivated(StylerEvent* /*event*/) {
-    const int row = m_fieldList->SelectedIndexValue();
-    if (row >= 0) {
-        m_layout->deleteField(row);
-        refreshFields();
-    }
+    m_fieldEditor.remove(m_fieldList->SelectedIndexValue());
     return DialogStateContinueDialog;
 }
 
 DialogState BlockLayoutDialog::onAddRowTypeActivated(StylerEvent* /*event*/) {
-    const auto rowType = boost::shared_ptr<QorBorder::RowType>(new QorBorder::RowType());
-    if (showRowTypeDialog(rowType) == DialogResponseOk) {
-        m_layout->getTable().addRowType(rowType);
-        refreshRowTypes();
-    }
+    m_rowTypeEditor.addNew();
     return DialogStateContinueDialog;
 }
 
@@ -395,38 +374,23 @@ DialogState BlockLayoutDialog::onEditRowTypeActivated(StylerEvent* /*event*/) {
 }
 
 DialogState BlockLayoutDialog::onDeleteRowTypeActivated(StylerEvent* /*event*/) {
-    const int row = m_rowTypeList->SelectedIndexValue();
-    if (row >= 0) {
-        m_layout->getTable().deleteRowType(row);
-        refreshRowTypes();
-    }
+    m_rowTypeEditor.remove(m_rowTypeList->SelectedIndexValue());
     return DialogStateContinueDialog;
 }
 
 DialogState BlockLayoutDialog::onAddSymbolTypeActivated(StylerEvent* /*event*/) {
-    const auto symbolType = boost::shared_ptr<QorBorder::SymbolType>(new QorBorder::SymbolType());
-    if (showSymbolTypeDialog(symbolType) == DialogResponseOk) {
-        m_layout->addSymbolType(symbolType);
-        refreshSymbolTypes();
-    }
+    m_symbolTypeEditor.addNew();
     return DialogStateContinueDialog;
 }
 
 DialogState BlockLayoutDialog::onEditSymbolTypeActivated(StylerEvent* /*event*/) {
     // A changed name is only shown: nothing refers to a symbol type by its name.
-    const auto symbolType = m_layout->getSymbolType(m_symbolTypeList->SelectedIndexValue());
-    if (symbolType && showSymbolTypeDialog(symbolType) == DialogResponseOk) {
-        refreshSymbolTypes();
-    }
+    m_symbolTypeEditor.edit(m_symbolTypeList->SelectedIndexValue());
     return DialogStateContinueDialog;
 }
 
 DialogState BlockLayoutDialog::onDeleteSymbolTypeActivated(StylerEvent* /*event*/) {
-    const int row = m_symbolTypeList->SelectedIndexValue();
-    if (row >= 0) {
-        m_layout->deleteSymbolType(row);
-        refreshSymbolTypes();
-    }
+    m_symbolTypeEditor.remove(m_symbolTypeList->SelectedIndexValue());
     return DialogStateContinueDialog;
 }
 

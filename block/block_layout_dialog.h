@@ -1,5 +1,6 @@
 #pragma once
 
+#include "block/list_editor.h"
 #include "ui/nx_dialog_base.h"
 
 #include <NXOpen/UIStyler_GroupBox.hxx>
@@ -99,6 +100,10 @@ private:
     StyleList m_styles;
     FieldList m_fields;
     RowTypeList m_rowTypes;
+    ListEditor<QorBorder::BlockStyle> m_styleEditor;
+    ListEditor<QorBorder::Field> m_fieldEditor;
+    ListEditor<QorBorder::RowType> m_rowTypeEditor;
+    ListEditor<QorBorder::SymbolType> m_symbolTypeEditor;
 
     boost::shared_ptr<KivNX::UI::StringItem> m_blockId;
     boost::shared_ptr<KivNX::UI::StringItem> m_description;

@@ -1,6 +1,14 @@
+// The Qt window of one shown dialog: its layout from the dialog's resource description, captions
+// and mnemonics, focus, the navigation buttons, keys, and the user's actions recorded as journal
+// steps. What each kind of item is built as, and how it is connected and drawn, is in
+// item_kinds.cpp. The rest stays one file: layout, mnemonics, focus and recording all work on
+// the one map of the window's views and on each other's results (a mnemonic needs the layout's
+// tab pages, focus needs the mnemonics' scopes), and split up they would need that state in
+// every part.
 #include "dialog_window.h"
 
 #include "session_recorder.h"
+#include "widget_text.h"
 
 #include <QAbstractItemView>
 #include <QButtonGroup>
@@ -25,6 +33,7 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <map>
 
 namespace QorfmtHost {
 
@@ -34,26 +43,6 @@ using nxsim::RuntimeItem;
 using nxsim::StepKind;
 
 namespace {
-
-QString qs(const std::string& text) {
-    return QString::fromStdString(text);
-}
-
-std::string joinLines(const std::vector<std::string>& lines) {
-    std::string text;
-    for (std::size_t i = 0; i < lines.size(); ++i) {
-        text += (i ? "\n" : "") + lines[i];
-    }
-    return text;
-}
-
-QStringList toStringList(const std::vector<std::string>& entries) {
-    QStringList list;
-    for (const std::string& e : entries) {
-        list << qs(e);
-    }
-    return list;
-}
 
 void setWidthHint(QWidget* widget, int characters) {
     if (characters > 0) {
@@ -68,26 +57,6 @@ std::string shownStateOf(const RuntimeItem& item) {
         state += '\x1f' + entry;
     }
     return state + '\x1e' + std::to_string(item.selected());
-}
-
-// Lists and multi-line texts take the extra height of a dialog made taller, and so does what
-// holds them.
-// Each in proportion to its rows, so that a long list keeps more of the height than a short one.
-int growth(const nxsim::DlgElement& element) {
-    if (element.kind == ItemKind::SingleSelectList || element.kind == ItemKind::MultiTextBox) {
-        return std::max(1, element.rows);
-    }
-    int sum = 0;
-    for (const nxsim::DlgElement& child : element.children) {
-        sum += growth(child);
-    }
-    return sum;
-}
-
-// Lays out `widget` of `element` in a column: with stretch when it grows. The spacer at the end of
-// the column takes the height only when nothing shown grows (a hidden widget has no share).
-void addToColumn(QBoxLayout* layout, const nxsim::DlgElement& element, QWidget* widget) {
-    layout->addWidget(widget, growth(element));
 }
 
 bool isTextEntry(const QWidget* widget) {
@@ -207,102 +176,13 @@ QWidget* DialogWindow::build(const nxsim::DlgElement& element) {
 }
 
 QWidget* DialogWindow::buildItem(const nxsim::DlgElement& element, RuntimeItem& item) {
-    View view;
-    view.item = &item;
-    QWidget* control = nullptr;
-    switch (element.kind) {
-    case ItemKind::PushButton: {
-        auto* button = new QPushButton;
-        // Enter in a text field fires that field's activate event, never a button; Enter on a
-        // button presses it (see eventFilter).
-        button->setAutoDefault(false);
-        button->installEventFilter(this);
-        control = button;
-        break;
-    }
-    case ItemKind::SingleSelectList: {
-        auto* list = new QListWidget;
-        list->setSelectionMode(QAbstractItemView::SingleSelection);
-        if (element.rows > 0) {
-            list->setMinimumHeight(list->fontMetrics().lineSpacing() * element.rows + 8);
-        }
-        control = list;
-        break;
-    }
-    case ItemKind::OptionMenu:
-        control = new QComboBox;
-        break;
-    case ItemKind::StringItem:
-    case ItemKind::WideString:
-        control = new QLineEdit;
-        break;
-    case ItemKind::IntegerItem: {
-        auto* edit = new QLineEdit;
-        edit->setValidator(new QIntValidator(edit));
-        control = edit;
-        break;
-    }
-    case ItemKind::RealItem: {
-        auto* edit = new QLineEdit;
-        auto* validator = new QDoubleValidator(edit);
-        validator->setLocale(QLocale::c());
-        edit->setValidator(validator);
-        control = edit;
-        break;
-    }
-    case ItemKind::MultiTextBox: {
-        auto* edit = new QPlainTextEdit;
-        // Tab moves on, as in every other field; Ctrl+Tab types a tab (see eventFilter).
-        edit->setTabChangesFocus(true);
-        edit->installEventFilter(this);
-        if (element.rows > 0) {
-            edit->setMinimumHeight(edit->fontMetrics().lineSpacing() * element.rows + 12);
-        }
-        control = edit;
-        break;
-    }
-    case ItemKind::RadioBox: {
-        auto* box = new QGroupBox;
-        auto* boxLayout = new QVBoxLayout(box);
-        view.radios = new QButtonGroup(box);
-        for (std::size_t i = 0; i < element.entries.size(); ++i) {
-            auto* button = new QRadioButton(qs(element.entries[i]));
-            view.radios->addButton(button, static_cast<int>(i));
-            boxLayout->addWidget(button);
-        }
-        control = box;
-        break;
-    }
-    case ItemKind::Toggle:
-        control = new QCheckBox;
-        break;
-    case ItemKind::ColorTool: {
-        auto* spin = new QSpinBox;
-        spin->setRange(0, 216);
-        control = spin;
-        break;
-    }
-    case ItemKind::GroupBox: {
-        auto* group = new QGroupBox;
-        auto* groupLayout = new QVBoxLayout(group);
-        for (const nxsim::DlgElement& child : element.children) {
-            if (QWidget* widget = build(child)) {
-                addToColumn(groupLayout, child, widget);
-            }
-        }
-        groupLayout->addStretch(0);
-        control = group;
-        break;
-    }
-    case ItemKind::LabelItem: {
-        auto* label = new QLabel;
-        label->setWordWrap(true);
-        control = label;
-        break;
-    }
-    default:
+    const KindAdaptor* adaptor = adaptorFor(element.kind);
+    if (!adaptor) {
         return nullptr;
     }
+    View view;
+    view.item = &item;
+    QWidget* control = adaptor->build(*this, element, view);
     control->setObjectName(qs(item.name()));
     if (!element.tooltip.empty()) {
         control->setToolTip(qs(element.tooltip));
@@ -612,96 +492,7 @@ void DialogWindow::buildNavigation(QBoxLayout* layout) {
 }
 
 void DialogWindow::connectItem(View& view) {
-    const std::string name = view.item->name();
-    QWidget* control = view.control;
-    switch (view.item->kind()) {
-    case ItemKind::PushButton:
-        connect(static_cast<QPushButton*>(control), &QPushButton::clicked, this, [this, name] {
-            act(step(StepKind::Press, name), [this, name] { m_dialog.press(name); });
-        });
-        break;
-    case ItemKind::SingleSelectList: {
-        auto* list = static_cast<QListWidget*>(control);
-        connect(list, &QListWidget::itemSelectionChanged, this, [this, list, name] {
-            if (m_updating) {
-                return;
-            }
-            const QList<QListWidgetItem*> chosen = list->selectedItems();
-            if (chosen.isEmpty()) {
-                act(step(StepKind::Deselect, name), [this, name] { m_dialog.deselect(name); });
-                return;
-            }
-            const int row = list->row(chosen.front());
-            JournalStep s = step(StepKind::Select, name);
-            s.number = row;
-            act(s, [this, name, row] { m_dialog.select(name, row); });
-        });
-        connect(list, &QListWidget::itemDoubleClicked, this,
-                [this, list, name](QListWidgetItem* clicked) {
-                    const int row = list->row(clicked);
-                    JournalStep s = step(StepKind::DoubleClick, name);
-                    s.number = row;
-                    act(s, [this, name, row] { m_dialog.doubleClick(name, row); });
-                });
-        break;
-    }
-    case ItemKind::OptionMenu:
-        connect(static_cast<QComboBox*>(control), qOverload<int>(&QComboBox::activated), this,
-                [this, name](int index) {
-                    act(chooseStep(name, index),
-                        [this, name, index] { m_dialog.choose(name, index); });
-                });
-        break;
-    case ItemKind::RadioBox:
-        connect(view.radios, &QButtonGroup::idClicked, this, [this, name](int index) {
-            act(chooseStep(name, index), [this, name, index] { m_dialog.choose(name, index); });
-        });
-        break;
-    case ItemKind::StringItem:
-    case ItemKind::WideString:
-    case ItemKind::IntegerItem:
-    case ItemKind::RealItem: {
-        auto* edit = static_cast<QLineEdit*>(control);
-        connect(edit, &QLineEdit::textEdited, this,
-                [this, name](const QString& text) { typed(name, text.toStdString()); });
-        connect(edit, &QLineEdit::returnPressed, this, [this, name] {
-            act(step(StepKind::Enter, name), [this, name] { m_dialog.enter(name); });
-        });
-        // A half-typed number ("-") is not taken; leaving the field shows the value in force.
-        connect(edit, &QLineEdit::editingFinished, this, [this, edit] {
-            if (!m_dialog.ended()) {
-                refresh(m_views.at(m_byName.at(edit->objectName().toStdString())));
-            }
-        });
-        break;
-    }
-    case ItemKind::MultiTextBox: {
-        auto* edit = static_cast<QPlainTextEdit*>(control);
-        connect(edit, &QPlainTextEdit::textChanged, this, [this, edit, name] {
-            if (!m_updating) {
-                typed(name, edit->toPlainText().toStdString());
-            }
-        });
-        break;
-    }
-    case ItemKind::Toggle:
-        connect(static_cast<QCheckBox*>(control), &QCheckBox::clicked, this, [this, name](bool on) {
-            JournalStep s = step(StepKind::Toggle, name);
-            s.flag = on;
-            act(s, [this, name, on] { m_dialog.toggle(name, on); });
-        });
-        break;
-    case ItemKind::ColorTool:
-        connect(static_cast<QSpinBox*>(control), qOverload<int>(&QSpinBox::valueChanged), this,
-                [this, name](int value) {
-                    if (!m_updating) {
-                        typed(name, std::to_string(value));
-                    }
-                });
-        break;
-    default:
-        break;
-    }
+    adaptorFor(view.item->kind())->connect(*this, view);
 }
 
 void DialogWindow::refresh(const View& view) {
@@ -719,111 +510,7 @@ void DialogWindow::refresh(const View& view) {
         view.caption->setText(withMnemonic(item.name(), item.label()));
         view.caption->setVisible(!item.label().empty());
     }
-    switch (item.kind()) {
-    case ItemKind::PushButton:
-        static_cast<QPushButton*>(view.control)->setText(withMnemonic(item.name(), item.label()));
-        break;
-    case ItemKind::SingleSelectList: {
-        auto* list = static_cast<QListWidget*>(view.control);
-        const QStringList rows = toStringList(item.entries());
-        QStringList shown;
-        for (int i = 0; i < list->count(); ++i) {
-            shown << list->item(i)->text();
-        }
-        if (shown != rows) {
-            list->clear();
-            list->addItems(rows);
-        }
-        if (item.selected() >= 0) {
-            list->setCurrentRow(item.selected());
-        } else {
-            list->clearSelection();
-            list->setCurrentRow(-1);
-        }
-        break;
-    }
-    case ItemKind::OptionMenu: {
-        auto* combo = static_cast<QComboBox*>(view.control);
-        const QStringList entries = toStringList(item.entries());
-        QStringList shown;
-        for (int i = 0; i < combo->count(); ++i) {
-            shown << combo->itemText(i);
-        }
-        if (shown != entries) {
-            combo->clear();
-            combo->addItems(entries);
-        }
-        if (auto* model = qobject_cast<QStandardItemModel*>(combo->model())) {
-            for (int i = 0; i < model->rowCount(); ++i) {
-                model->item(i)->setEnabled(item.entrySensitive(i));
-            }
-        }
-        combo->setCurrentIndex(item.intValue());
-        break;
-    }
-    case ItemKind::RadioBox: {
-        auto* box = static_cast<QGroupBox*>(view.control);
-        box->setTitle(withMnemonic(item.name(), item.label()));
-        const QList<QAbstractButton*> buttons = view.radios->buttons();
-        for (int i = 0; i < buttons.size(); ++i) {
-            QAbstractButton* button = view.radios->button(i);
-            if (!button) {
-                continue;
-            }
-            if (i < static_cast<int>(item.entries().size())) {
-                button->setText(qs(item.entries()[static_cast<std::size_t>(i)]).replace('&', "&&"));
-            }
-            button->setEnabled(item.entrySensitive(i));
-            button->setChecked(i == item.intValue());
-        }
-        break;
-    }
-    case ItemKind::StringItem:
-    case ItemKind::WideString: {
-        auto* edit = static_cast<QLineEdit*>(view.control);
-        if (edit->text() != qs(item.text())) {
-            edit->setText(qs(item.text()));
-        }
-        break;
-    }
-    case ItemKind::IntegerItem:
-    case ItemKind::RealItem: {
-        auto* edit = static_cast<QLineEdit*>(view.control);
-        const QString value = qs(item.valueText());
-        if (edit->text() != value) {
-            edit->setText(value);
-        }
-        break;
-    }
-    case ItemKind::MultiTextBox: {
-        auto* edit = static_cast<QPlainTextEdit*>(view.control);
-        const QString value = qs(joinLines(item.lines()));
-        if (edit->toPlainText() != value) {
-            edit->setPlainText(value);
-        }
-        break;
-    }
-    case ItemKind::Toggle: {
-        auto* check = static_cast<QCheckBox*>(view.control);
-        check->setText(withMnemonic(item.name(), item.label()));
-        check->setChecked(item.toggleValue());
-        break;
-    }
-    case ItemKind::ColorTool: {
-        auto* spin = static_cast<QSpinBox*>(view.control);
-        spin->setRange(std::min(0, item.intValue()), std::max(216, item.intValue()));
-        spin->setValue(item.intValue());
-        break;
-    }
-    case ItemKind::GroupBox:
-        static_cast<QGroupBox*>(view.control)->setTitle(qs(item.label()).replace('&', "&&"));
-        break;
-    case ItemKind::LabelItem:
-        static_cast<QLabel*>(view.control)->setText(qs(item.label()));
-        break;
-    default:
-        break;
-    }
+    adaptorFor(item.kind())->refresh(*this, view);
     m_updating = wasUpdating;
 }
 

@@ -102,6 +102,17 @@ private:
         std::string shownState;
     };
 
+    /// Each item kind as the window shows it: the widget it is built as, how the widget's
+    /// signals reach the item, and how the item's state is shown (item_kinds.cpp).
+    struct Kinds;
+    struct KindAdaptor {
+        QWidget* (*build)(DialogWindow& window, const nxsim::DlgElement& element, View& view);
+        void (*connect)(DialogWindow& window, View& view);
+        void (*refresh)(DialogWindow& window, const View& view);
+    };
+    /// Null for the kinds that are no item of their own (tabs, pages, rows).
+    static const KindAdaptor* adaptorFor(nxsim::ItemKind kind);
+
     QWidget* build(const nxsim::DlgElement& element);
     QWidget* buildItem(const nxsim::DlgElement& element, nxsim::RuntimeItem& item);
     void buildNavigation(QBoxLayout* layout);

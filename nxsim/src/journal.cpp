@@ -1,13 +1,20 @@
+// The journal language: reading (tokens, the table of line kinds, the parser), writing (the
+// formatter and the writer) and the C++ builder. It is one file because reading and writing
+// follow the one table of line kinds and share its slot types; splitting it would spread a line
+// kind over several files again.
 #include <nxsim/journal.h>
 
 #include "regular_file.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cmath>
 #include <cstdlib>
 #include <fstream>
 #include <ostream>
 #include <sstream>
+#include <stdexcept>
+#include <vector>
 
 namespace nxsim {
 
@@ -33,6 +40,122 @@ const char* typeName(Token::Type type) {
         return ",";
     }
     return "?";
+}
+
+// What follows a line kind's keyword, one slot at a time; each slot says how it is read from the
+// line, which fields of the step it fills, and how it is written back.
+enum class Arg {
+    DialogName,       // NAME                    item
+    Item,             // ITEM                    item
+    ItemWithEntry,    // ITEM or ITEM[N]         item, entry
+    ItemWithoutEntry, // ITEM, refusing ITEM[N]  item
+    Path,             // PATH                    item
+    Row,              // N                       number
+    Number,           // N                       number
+    EntryOrText,      // N or "TEXT"             number or text (byText)
+    Value,            // WORD or "TEXT"          text, quoted
+    OnOff,            // on|off                  flag
+    YesNo,            // yes|no                  flag
+    ExistsMissing,    // exists|missing          flag
+    MessageKind,      // error|information       word
+    Title,            // "TEXT"                  title
+    Text,             // "TEXT"                  text
+    Label,            // "TEXT"                  text
+    Toggles,          // "1 0 ..."               text
+    RowOrCancel,      // N or cancel             number, cancel
+    PointOrCancel,    // X Y or cancel           x, y, cancel
+    TagOrCancel,      // TAG or cancel           number, cancel
+    List,             // ["A", "B"]              list
+};
+
+// One line kind of the language: its keyword ("press", or "expect value" for an expectation) and
+// its slots. The table drives the parser, its messages and the formatter; it is in the order of
+// StepKind, which is the order the messages list the kinds in.
+struct LineKind {
+    StepKind kind;
+    const char* keyword;
+    std::vector<Arg> args;
+};
+
+const std::vector<LineKind>& lineKinds() {
+    static const std::vector<LineKind> kinds = {
+        {StepKind::Run, "run", {}},
+        {StepKind::Dialog, "dialog", {Arg::DialogName}},
+        {StepKind::Press, "press", {Arg::Item}},
+        {StepKind::Select, "select", {Arg::Item, Arg::Row}},
+        {StepKind::Deselect, "deselect", {Arg::Item}},
+        {StepKind::DoubleClick, "double-click", {Arg::Item, Arg::Row}},
+        {StepKind::Choose, "choose", {Arg::Item, Arg::EntryOrText}},
+        {StepKind::Set, "set", {Arg::Item, Arg::Value}},
+        {StepKind::Enter, "enter", {Arg::Item}},
+        {StepKind::Toggle, "toggle", {Arg::Item, Arg::OnOff}},
+        {StepKind::Ok, "ok", {}},
+        {StepKind::Cancel, "cancel", {}},
+        {StepKind::Close, "close", {}},
+        {StepKind::Message, "message", {Arg::MessageKind, Arg::Title, Arg::Text}},
+        {StepKind::Pick, "pick", {Arg::Title, Arg::RowOrCancel}},
+        {StepKind::Point, "point", {Arg::PointOrCancel}},
+        {StepKind::Object, "object", {Arg::TagOrCancel}},
+        {StepKind::ExpectValue, "expect value", {Arg::Item, Arg::Value}},
+        {StepKind::ExpectIndex, "expect index", {Arg::Item, Arg::Number}},
+        {StepKind::ExpectLabel, "expect label", {Arg::Item, Arg::Label}},
+        {StepKind::ExpectItems, "expect items", {Arg::Item, Arg::List}},
+        {StepKind::ExpectSelected, "expect selected", {Arg::Item, Arg::Number}},
+        {StepKind::ExpectSensitive, "expect sensitive", {Arg::ItemWithEntry, Arg::YesNo}},
+        {StepKind::ExpectVisible, "expect visible", {Arg::ItemWithoutEntry, Arg::YesNo}},
+        {StepKind::ExpectFocus, "expect focus", {Arg::Item}},
+        {StepKind::ExpectTitle, "expect title", {Arg::Text}},
+        {StepKind::ExpectCue, "expect cue", {Arg::Text}},
+        {StepKind::ExpectListing, "expect listing", {Arg::Text}},
+        {StepKind::ExpectFile, "expect file", {Arg::Path, Arg::ExistsMissing}},
+        {StepKind::ExpectStoplight, "expect stoplight", {Arg::Toggles}},
+    };
+    return kinds;
+}
+
+const char* const kExpect = "expect";
+
+// The keywords of the table that begin with `prefix ` (an expectation's second word), or the
+// first words of all of them, each once: "run, dialog, ..." for an error message.
+std::string keywordList(const std::string& prefix) {
+    std::vector<std::string> words;
+    for (const LineKind& kind : lineKinds()) {
+        std::string keyword = kind.keyword;
+        const auto blank = keyword.find(' ');
+        if (prefix.empty()) {
+            keyword = keyword.substr(0, blank);
+        } else if (keyword.compare(0, blank, prefix) != 0 || blank == std::string::npos) {
+            continue;
+        } else {
+            keyword = keyword.substr(blank + 1);
+        }
+        if (std::find(words.begin(), words.end(), keyword) == words.end()) {
+            words.push_back(keyword);
+        }
+    }
+    std::string list;
+    for (const std::string& word : words) {
+        list += (list.empty() ? "" : ", ") + word;
+    }
+    return list;
+}
+
+const LineKind* lineKind(const std::string& keyword) {
+    for (const LineKind& kind : lineKinds()) {
+        if (keyword == kind.keyword) {
+            return &kind;
+        }
+    }
+    return nullptr;
+}
+
+const LineKind& lineKind(StepKind stepKind) {
+    for (const LineKind& kind : lineKinds()) {
+        if (kind.kind == stepKind) {
+            return kind;
+        }
+    }
+    throw std::logic_error("a journal step kind without its line in the table");
 }
 
 class LineParser {
@@ -235,23 +358,51 @@ public:
         step.line = m_line;
         std::string keyword = word("a line kind");
         m_keyword = "`" + keyword + "`";
-        if (keyword == "run") {
-            step.kind = StepKind::Run;
-        } else if (keyword == "dialog") {
-            step.kind = StepKind::Dialog;
+        const bool expectation = keyword == kExpect;
+        if (expectation) {
+            keyword += " " + word("what to expect");
+            m_keyword = "`" + keyword + "`";
+        }
+        const LineKind* kind = lineKind(keyword);
+        if (!kind && expectation) {
+            fail("unknown expectation \"" + keyword.substr(keyword.find(' ') + 1) + "\" (" +
+                 keywordList(kExpect) + ")");
+        }
+        if (!kind) {
+            fail("unknown line kind \"" + keyword + "\" (" + keywordList("") + ")");
+        }
+        step.kind = kind->kind;
+        for (const Arg arg : kind->args) {
+            read(arg, step);
+        }
+        done();
+        return step;
+    }
+
+    void read(Arg arg, JournalStep& step) {
+        switch (arg) {
+        case Arg::DialogName:
             step.item = name("a dialog name");
-        } else if (keyword == "press" || keyword == "deselect" || keyword == "enter") {
-            step.kind = keyword == "press"      ? StepKind::Press
-                        : keyword == "deselect" ? StepKind::Deselect
-                                                : StepKind::Enter;
+            break;
+        case Arg::Item:
             step.item = name("an item name");
-        } else if (keyword == "select" || keyword == "double-click") {
-            step.kind = keyword == "select" ? StepKind::Select : StepKind::DoubleClick;
-            step.item = name("an item name");
+            break;
+        case Arg::ItemWithEntry:
+            itemWithEntry(step, true);
+            break;
+        case Arg::ItemWithoutEntry:
+            itemWithEntry(step, false);
+            break;
+        case Arg::Path:
+            step.item = name("a path");
+            break;
+        case Arg::Row:
             step.number = integer(word("a row number"), "a row number");
-        } else if (keyword == "choose") {
-            step.kind = StepKind::Choose;
-            step.item = name("an item name");
+            break;
+        case Arg::Number:
+            step.number = integer(word("a number"), "a number");
+            break;
+        case Arg::EntryOrText: {
             const Token& t = take("an entry number or \"TEXT\"");
             if (t.type == Token::Text) {
                 step.byText = true;
@@ -259,139 +410,105 @@ public:
             } else if (t.type == Token::Word) {
                 step.number = integer(t.text, "an entry number or \"TEXT\"");
             } else {
-                fail("`choose` needs an entry number or \"TEXT\"");
+                fail(m_keyword + " needs an entry number or \"TEXT\"");
             }
-        } else if (keyword == "set") {
-            step.kind = StepKind::Set;
-            step.item = name("an item name");
+            break;
+        }
+        case Arg::Value:
             step.text = value("a value", step.quoted);
-        } else if (keyword == "toggle") {
-            step.kind = StepKind::Toggle;
-            step.item = name("an item name");
+            break;
+        case Arg::OnOff:
             step.flag = choice("on", "off");
-        } else if (keyword == "ok" || keyword == "cancel" || keyword == "close") {
-            step.kind = keyword == "ok"       ? StepKind::Ok
-                        : keyword == "cancel" ? StepKind::Cancel
-                                              : StepKind::Close;
-        } else if (keyword == "message") {
-            step.kind = StepKind::Message;
+            break;
+        case Arg::YesNo:
+            step.flag = choice("yes", "no");
+            break;
+        case Arg::ExistsMissing:
+            step.flag = choice("exists", "missing");
+            break;
+        case Arg::MessageKind:
             step.word = word("error or information");
             if (step.word != "error" && step.word != "information") {
-                fail("`message` needs error or information, found \"" + step.word + "\"");
+                fail(m_keyword + " needs error or information, found \"" + step.word + "\"");
             }
+            break;
+        case Arg::Title:
             step.title = text("a title");
+            break;
+        case Arg::Text:
             step.text = text("a text");
-        } else if (keyword == "pick") {
-            step.kind = StepKind::Pick;
-            step.title = text("a title");
-            std::string w = word("a row number or cancel");
-            if (w == "cancel") {
-                step.cancel = true;
-            } else {
-                step.number = integer(w, "a row number or cancel");
-            }
-        } else if (keyword == "point") {
-            step.kind = StepKind::Point;
-            std::string w = word("X Y or cancel");
-            if (w == "cancel") {
-                step.cancel = true;
-            } else {
-                step.x = real(w, "X Y or cancel");
-                step.y = real(word("Y"), "a number Y");
-            }
-        } else if (keyword == "object") {
-            step.kind = StepKind::Object;
-            std::string w = word("a tag or cancel");
-            if (w == "cancel") {
-                step.cancel = true;
-            } else {
-                step.number = integer(w, "a tag or cancel");
-                if (step.number <= 0) {
-                    fail("`object` needs a positive tag, found \"" + w + "\"");
-                }
-            }
-        } else if (keyword == "expect") {
-            parseExpect(step);
-        } else {
-            fail("unknown line kind \"" + keyword +
-                 "\" (run, dialog, press, select, deselect, double-click, choose, set, enter, "
-                 "toggle, ok, cancel, close, message, pick, point, object, expect)");
-        }
-        done();
-        return step;
-    }
-
-    void parseExpect(JournalStep& step) {
-        std::string what = word("what to expect");
-        m_keyword = "`expect " + what + "`";
-        if (what == "value") {
-            step.kind = StepKind::ExpectValue;
-            step.item = name("an item name");
-            step.text = value("a value", step.quoted);
-        } else if (what == "index" || what == "selected") {
-            step.kind = what == "index" ? StepKind::ExpectIndex : StepKind::ExpectSelected;
-            step.item = name("an item name");
-            step.number = integer(word("a number"), "a number");
-        } else if (what == "label") {
-            step.kind = StepKind::ExpectLabel;
-            step.item = name("an item name");
+            break;
+        case Arg::Label:
             step.text = text("a label");
-        } else if (what == "items") {
-            step.kind = StepKind::ExpectItems;
-            step.item = name("an item name");
-            const Token& open = take("a list [\"A\", \"B\"]");
-            if (open.type != Token::Open) {
-                fail(m_keyword + " needs a list [\"A\", \"B\"]");
-            }
-            bool expectEntry = true;
-            while (true) {
-                const Token& t = take("the rest of the list and ]");
-                if (t.type == Token::Close) {
-                    if (expectEntry && !step.list.empty()) {
-                        fail("a list entry is missing before ]");
-                    }
-                    break;
-                }
-                if (expectEntry && t.type == Token::Text) {
-                    step.list.push_back(t.text);
-                    expectEntry = false;
-                } else if (!expectEntry && t.type == Token::Comma) {
-                    expectEntry = true;
-                } else {
-                    fail(std::string("malformed list: unexpected ") +
-                         (t.type == Token::Word ? "word \"" + t.text + "\" (quote entries)"
-                                                : typeName(t.type)));
-                }
-            }
-        } else if (what == "sensitive" || what == "visible") {
-            step.kind = what == "sensitive" ? StepKind::ExpectSensitive : StepKind::ExpectVisible;
-            itemWithEntry(step, what == "sensitive");
-            step.flag = choice("yes", "no");
-        } else if (what == "focus") {
-            step.kind = StepKind::ExpectFocus;
-            step.item = name("an item name");
-        } else if (what == "title" || what == "cue" || what == "listing") {
-            step.kind = what == "title" ? StepKind::ExpectTitle
-                        : what == "cue" ? StepKind::ExpectCue
-                                        : StepKind::ExpectListing;
-            step.text = text("a text");
-        } else if (what == "file") {
-            step.kind = StepKind::ExpectFile;
-            step.item = name("a path");
-            step.flag = choice("exists", "missing");
-        } else if (what == "stoplight") {
-            step.kind = StepKind::ExpectStoplight;
+            break;
+        case Arg::Toggles: {
             step.text = text("the toggles, e.g. \"1 0\"");
             std::istringstream words(step.text);
             for (std::string w; words >> w;) {
                 if (w != "0" && w != "1") {
-                    fail("`expect stoplight` takes 1 and 0 only, found \"" + w + "\"");
+                    fail(m_keyword + " takes 1 and 0 only, found \"" + w + "\"");
                 }
             }
-        } else {
-            fail("unknown expectation \"" + what +
-                 "\" (value, index, label, items, selected, sensitive, visible, focus, title, "
-                 "cue, listing, file, stoplight)");
+            break;
+        }
+        case Arg::RowOrCancel: {
+            const std::string w = word("a row number or cancel");
+            step.cancel = w == "cancel";
+            if (!step.cancel) {
+                step.number = integer(w, "a row number or cancel");
+            }
+            break;
+        }
+        case Arg::PointOrCancel: {
+            const std::string w = word("X Y or cancel");
+            step.cancel = w == "cancel";
+            if (!step.cancel) {
+                step.x = real(w, "X Y or cancel");
+                step.y = real(word("Y"), "a number Y");
+            }
+            break;
+        }
+        case Arg::TagOrCancel: {
+            const std::string w = word("a tag or cancel");
+            step.cancel = w == "cancel";
+            if (!step.cancel) {
+                step.number = integer(w, "a tag or cancel");
+                if (step.number <= 0) {
+                    fail(m_keyword + " needs a positive tag, found \"" + w + "\"");
+                }
+            }
+            break;
+        }
+        case Arg::List:
+            list(step);
+            break;
+        }
+    }
+
+    void list(JournalStep& step) {
+        const Token& open = take("a list [\"A\", \"B\"]");
+        if (open.type != Token::Open) {
+            fail(m_keyword + " needs a list [\"A\", \"B\"]");
+        }
+        bool expectEntry = true;
+        while (true) {
+            const Token& t = take("the rest of the list and ]");
+            if (t.type == Token::Close) {
+                if (expectEntry && !step.list.empty()) {
+                    fail("a list entry is missing before ]");
+                }
+                return;
+            }
+            if (expectEntry && t.type == Token::Text) {
+                step.list.push_back(t.text);
+                expectEntry = false;
+            } else if (!expectEntry && t.type == Token::Comma) {
+                expectEntry = true;
+            } else {
+                fail(std::string("malformed list: unexpected ") +
+                     (t.type == Token::Word ? "word \"" + t.text + "\" (quote entries)"
+                                            : typeName(t.type)));
+            }
         }
     }
 
@@ -468,6 +585,9 @@ Journal readJournal(const boost::filesystem::path& file) {
     return parseJournal(text, file.string());
 }
 
+// The journal's own quoting, written here rather than taken from a JSON library: its escapes are
+// only \" \\ \n \t, and every other byte, UTF-8 or not, stands as it is, so that a journal shows
+// the texts of a dialog as the user reads them.
 std::string quoteJournalText(const std::string& text) {
     std::string out = "\"";
     for (char c : text) {
@@ -491,86 +611,69 @@ std::string quoteJournalText(const std::string& text) {
     return out + "\"";
 }
 
-std::string formatStep(const JournalStep& s) {
-    const std::string item = valueWord(s.item, false);
-    switch (s.kind) {
-    case StepKind::Run:
-        return "run";
-    case StepKind::Dialog:
-        return "dialog " + item;
-    case StepKind::Press:
-        return "press " + item;
-    case StepKind::Select:
-        return "select " + item + " " + std::to_string(s.number);
-    case StepKind::Deselect:
-        return "deselect " + item;
-    case StepKind::DoubleClick:
-        return "double-click " + item + " " + std::to_string(s.number);
-    case StepKind::Choose:
-        return "choose " + item + " " +
-               (s.byText ? quoteJournalText(s.text) : std::to_string(s.number));
-    case StepKind::Set:
-        return "set " + item + " " + valueWord(s.text, s.quoted);
-    case StepKind::Enter:
-        return "enter " + item;
-    case StepKind::Toggle:
-        return "toggle " + item + (s.flag ? " on" : " off");
-    case StepKind::Ok:
-        return "ok";
-    case StepKind::Cancel:
-        return "cancel";
-    case StepKind::Close:
-        return "close";
-    case StepKind::Message:
-        return "message " + s.word + " " + quoteJournalText(s.title) + " " +
-               quoteJournalText(s.text);
-    case StepKind::Pick:
-        return "pick " + quoteJournalText(s.title) + " " +
-               (s.cancel ? std::string("cancel") : std::to_string(s.number));
-    case StepKind::Point:
-        return s.cancel ? "point cancel" : "point " + formatNumber(s.x) + " " + formatNumber(s.y);
-    case StepKind::Object:
-        return s.cancel ? "object cancel" : "object " + std::to_string(s.number);
-    case StepKind::ExpectValue:
-        return "expect value " + item + " " + valueWord(s.text, s.quoted);
-    case StepKind::ExpectIndex:
-        return "expect index " + item + " " + std::to_string(s.number);
-    case StepKind::ExpectLabel:
-        return "expect label " + item + " " + quoteJournalText(s.text);
-    case StepKind::ExpectItems: {
+namespace {
+
+std::string written(Arg arg, const JournalStep& s) {
+    switch (arg) {
+    case Arg::DialogName:
+    case Arg::Item:
+    case Arg::ItemWithoutEntry:
+    case Arg::Path:
+        return valueWord(s.item, false);
+    case Arg::ItemWithEntry: {
+        if (s.entry < 0) {
+            return valueWord(s.item, false);
+        }
+        // ITEM[N] is one word: a name that needs quotes is quoted together with its entry.
+        const std::string entry = "[" + std::to_string(s.entry) + "]";
+        return needsQuotes(s.item) ? quoteJournalText(s.item + entry) : s.item + entry;
+    }
+    case Arg::Row:
+    case Arg::Number:
+        return std::to_string(s.number);
+    case Arg::EntryOrText:
+        return s.byText ? quoteJournalText(s.text) : std::to_string(s.number);
+    case Arg::Value:
+        return valueWord(s.text, s.quoted);
+    case Arg::OnOff:
+        return s.flag ? "on" : "off";
+    case Arg::YesNo:
+        return s.flag ? "yes" : "no";
+    case Arg::ExistsMissing:
+        return s.flag ? "exists" : "missing";
+    case Arg::MessageKind:
+        return s.word;
+    case Arg::Title:
+        return quoteJournalText(s.title);
+    case Arg::Text:
+    case Arg::Label:
+    case Arg::Toggles:
+        return quoteJournalText(s.text);
+    case Arg::RowOrCancel:
+    case Arg::TagOrCancel:
+        return s.cancel ? "cancel" : std::to_string(s.number);
+    case Arg::PointOrCancel:
+        return s.cancel ? "cancel" : formatNumber(s.x) + " " + formatNumber(s.y);
+    case Arg::List: {
         std::string list;
         for (const std::string& e : s.list) {
             list += (list.empty() ? "" : ", ") + quoteJournalText(e);
         }
-        return "expect items " + item + " [" + list + "]";
+        return "[" + list + "]";
     }
-    case StepKind::ExpectSelected:
-        return "expect selected " + item + " " + std::to_string(s.number);
-    case StepKind::ExpectSensitive: {
-        // ITEM[N] is one word: a name that needs quotes is quoted together with its entry.
-        std::string target = item;
-        if (s.entry >= 0) {
-            const std::string entry = "[" + std::to_string(s.entry) + "]";
-            target = needsQuotes(s.item) ? quoteJournalText(s.item + entry) : s.item + entry;
-        }
-        return "expect sensitive " + target + (s.flag ? " yes" : " no");
-    }
-    case StepKind::ExpectVisible:
-        return "expect visible " + item + (s.flag ? " yes" : " no");
-    case StepKind::ExpectFocus:
-        return "expect focus " + item;
-    case StepKind::ExpectTitle:
-        return "expect title " + quoteJournalText(s.text);
-    case StepKind::ExpectCue:
-        return "expect cue " + quoteJournalText(s.text);
-    case StepKind::ExpectListing:
-        return "expect listing " + quoteJournalText(s.text);
-    case StepKind::ExpectFile:
-        return "expect file " + item + (s.flag ? " exists" : " missing");
-    case StepKind::ExpectStoplight:
-        return "expect stoplight " + quoteJournalText(s.text);
     }
     return "";
+}
+
+} // namespace
+
+std::string formatStep(const JournalStep& s) {
+    const LineKind& kind = lineKind(s.kind);
+    std::string line = kind.keyword;
+    for (const Arg arg : kind.args) {
+        line += " " + written(arg, s);
+    }
+    return line;
 }
 
 void JournalWriter::write(const JournalStep& step, int depth) {

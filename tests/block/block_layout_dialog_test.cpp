@@ -174,7 +174,7 @@ TEST_F(BlockLayoutDialogTest, OkWritesEveryAttributeWithTheUnitsOffset) {
   set MAXHEIGHT_MARGIN 1.25
   ok
 )J"));
-    EXPECT_EQ(response, 2);
+    EXPECT_EQ(response, NXOpen::UIStyler::DialogResponseOk);
     EXPECT_EQ(layout->id, "TB2");
     EXPECT_EQ(layout->description, "Second");
     EXPECT_EQ(layout->category, "Other");
@@ -268,7 +268,7 @@ TEST_F(BlockLayoutDialogTest, CancelLeavesTheAttributesButNotTheListChanges) {
   press SET_DEFAULT_STYLE
   cancel
 )J"));
-    EXPECT_NE(response, 2);
+    EXPECT_NE(response, NXOpen::UIStyler::DialogResponseOk);
     EXPECT_EQ(layout->id, "TB");
     EXPECT_EQ(layout->layer, 251);
     // The list buttons changed the layout at once; Cancel does not undo that.
@@ -536,7 +536,7 @@ TEST_F(BlockLayoutDialogTest, OkWithEmptyBlockIdIsRefusedAndWritesNothing) {
   expect value DESCRIPTION "changed"
   cancel
 )J"));
-    EXPECT_NE(response, 2);
+    EXPECT_NE(response, NXOpen::UIStyler::DialogResponseOk);
     EXPECT_EQ(layout->id, "TB");
     EXPECT_EQ(layout->description, "Title block");
 }
@@ -548,7 +548,7 @@ TEST_F(BlockLayoutDialogTest, BlockIdOfBlanksOnlyIsNotEmptyAndPasses) {
   ok
 )J",
                                false));
-    EXPECT_EQ(response, 2);
+    EXPECT_EQ(response, NXOpen::UIStyler::DialogResponseOk);
     EXPECT_EQ(layout->id, "   ");
 }
 
@@ -564,7 +564,7 @@ TEST_F(BlockLayoutDialogTest, NewLayoutWithAnIdThatAnOpenDocumentUsesIsRefusedAs
   ok
 )J",
                                false));
-    EXPECT_EQ(response, 2);
+    EXPECT_EQ(response, NXOpen::UIStyler::DialogResponseOk);
     EXPECT_EQ(layout->id, "PL2");
 }
 
@@ -578,7 +578,7 @@ TEST_F(BlockLayoutDialogTest,
   set BLOCK_ID "PL"
   ok
 )J"));
-    EXPECT_EQ(response, 2);
+    EXPECT_EQ(response, NXOpen::UIStyler::DialogResponseOk);
     EXPECT_EQ(layout->id, "PL");
     EXPECT_TRUE(nxsim::shownMessages().empty());
 }

@@ -224,7 +224,7 @@ TEST_F(BlockStyleDialogTest, LayoutWithoutFieldsHidesTheFieldGroupsAndStoresNoPl
   set ID "S"
   ok
 )J"),
-              2);
+              NXOpen::UIStyler::DialogResponseOk);
     EXPECT_TRUE(style->placements().empty());
     EXPECT_TRUE(style->tableColumns().empty());
     EXPECT_EQ(style->templateType, 1);
@@ -247,7 +247,7 @@ TEST_F(BlockStyleDialogTest, EmptyIdIsRefusedAndNothingIsWritten) {
 // Only an empty ID is refused: blanks pass, as does an ID another style of the layout uses.
 // Intended.
 TEST_F(BlockStyleDialogTest, IdOfBlanksPassesValidation) {
-    EXPECT_EQ(show("set ID \"   \"\nok\n"), 2);
+    EXPECT_EQ(show("set ID \"   \"\nok\n"), NXOpen::UIStyler::DialogResponseOk);
     EXPECT_EQ(style->id, "   ");
 }
 
@@ -265,7 +265,7 @@ TEST_F(BlockStyleDialogTest, OkWritesEveryControl) {
   set FIELD_INDEX 31
   ok
 )J"),
-              2);
+              NXOpen::UIStyler::DialogResponseOk);
     BlockStyle expected = *makeStyle();
     expected.id = "FOLLOW";
     expected.dialogText = "Continuation sheets";
@@ -388,7 +388,7 @@ TEST_F(BlockStyleDialogTest, EmptyTemplateSearchShowsTheEmptyListAndItsCancelCha
     env.set("QORFMT_SEARCH_PATH", nullptr);
     EXPECT_EQ(show("press BROWSE_TEMPLATE\npick \"Block Templates\" cancel\n"
                    "expect value TEMPLATE_FILE \"title_block.prt\"\nok\n"),
-              2);
+              NXOpen::UIStyler::DialogResponseOk);
     EXPECT_EQ(style->templateFile, "title_block.prt");
     const auto pickers = nxsim::shownPickers();
     ASSERT_EQ(pickers.size(), 1u);

@@ -113,7 +113,7 @@ TEST_F(FieldDialogTest, OkWritesEveryControl) {
   ok
 )J",
                                std::vector<std::string>{"TITLE", "TITLE2"}));
-    EXPECT_EQ(response, 2);
+    EXPECT_EQ(response, NXOpen::UIStyler::DialogResponseOk);
     EXPECT_EQ(field->id, "TITLE");
     EXPECT_EQ(field->type, 0);
     EXPECT_EQ(field->controlType, 2);
@@ -162,7 +162,7 @@ TEST_F(FieldDialogTest, OkWithEmptyIdIsRefusedAndWritesNothing) {
   cancel
 )J",
                                std::vector<std::string>{}));
-    EXPECT_NE(response, 2);
+    EXPECT_NE(response, NXOpen::UIStyler::DialogResponseOk);
     EXPECT_EQ(*field, before);
 }
 
@@ -184,7 +184,7 @@ TEST_F(FieldDialogTest, CancelLeavesTheFieldAndItsChoicesUntouched) {
   cancel
 )J",
                                std::vector<std::string>{}));
-    EXPECT_NE(response, 2);
+    EXPECT_NE(response, NXOpen::UIStyler::DialogResponseOk);
     EXPECT_EQ(*field, before);
 }
 
@@ -204,7 +204,7 @@ TEST_F(FieldDialogTest, TypeFiveFieldWithControlTypeFiveShowsZeroAndOkStoresZero
   ok
 )J",
                                std::vector<std::string>{}));
-    EXPECT_EQ(response, 2);
+    EXPECT_EQ(response, NXOpen::UIStyler::DialogResponseOk);
     EXPECT_EQ(field->controlType, 0);
 }
 
@@ -362,7 +362,7 @@ TEST_F(FieldDialogTest, TableFieldNeverShowsSyncOrCollapseAndKeepsTheirValues) {
   expect visible SYNC_FIELD no
   ok
 )J"));
-    EXPECT_EQ(response, 2);
+    EXPECT_EQ(response, NXOpen::UIStyler::DialogResponseOk);
     EXPECT_TRUE(field->syncField);
     EXPECT_TRUE(field->collapseNoValue);
     EXPECT_EQ(field->type, 2);

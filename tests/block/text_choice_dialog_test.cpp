@@ -52,7 +52,7 @@ TEST_F(TextChoiceDialogTest, OkWritesAllThreeControlsAndAMultiLineFullText) {
   set FULL_VALUE "Tooling\nand fixtures"
   ok
 )J"));
-    EXPECT_EQ(response, 2);
+    EXPECT_EQ(response, NXOpen::UIStyler::DialogResponseOk);
     EXPECT_EQ(choice.shortValue, "Tooling");
     EXPECT_EQ(choice.lookupKey, "TOOL");
     EXPECT_EQ(choice.fullValue, "Tooling\nand fixtures");
@@ -69,7 +69,7 @@ TEST_F(TextChoiceDialogTest, OkWithEmptyMenuTextShowsTheErrorAndLeavesTheChoiceU
   expect value LOOKUP_KEY "NEW"
   cancel
 )J"));
-    EXPECT_NE(response, 2);
+    EXPECT_NE(response, NXOpen::UIStyler::DialogResponseOk);
     EXPECT_EQ(choice.shortValue, "Engineering");
     EXPECT_EQ(choice.lookupKey, "ENG");
     EXPECT_EQ(choice.fullValue, "Engineering department");
@@ -83,7 +83,7 @@ TEST_F(TextChoiceDialogTest, CancelAfterChangingAllThreeControlsLeavesTheChoiceU
   set FULL_VALUE "Changed\ntext"
   cancel
 )J"));
-    EXPECT_NE(response, 2);
+    EXPECT_NE(response, NXOpen::UIStyler::DialogResponseOk);
     EXPECT_EQ(choice, before);
 }
 
@@ -93,7 +93,7 @@ TEST_F(TextChoiceDialogTest, EmptyLookupKeyAndFullTextAreAccepted) {
   set FULL_VALUE ""
   ok
 )J"));
-    EXPECT_EQ(response, 2);
+    EXPECT_EQ(response, NXOpen::UIStyler::DialogResponseOk);
     EXPECT_EQ(choice.lookupKey, "");
     EXPECT_EQ(choice.fullValue, "");
 }

@@ -1,5 +1,5 @@
 // The guide for a new dialog shows real code: every fenced block of docs/adding-a-dialog.md
-// follows a line that ends in "`FILE`:" and occurs, line for line, in that file
+// follows a line that names `FILE` and ends in a colon, and occurs, line for line, in that file
 // as it stands. A guide whose example no longer compiles teaches the wrong thing.
 #include <gtest/gtest.h>
 
@@ -31,10 +31,11 @@ struct Snippet {
     std::vector<std::string> lines;
 };
 
-// The file of each block is named at the end of the last line of prose before it ("From
-// `FILE`:"); "and a test reads:" goes on with the file of the block before.
+// The file of each block is the last name in backquotes of the line of prose before it, which
+// ends in a colon ("From `FILE`:", "From `FILE`, its start:"); "and a test reads:" goes on with
+// the file of the block before.
 std::vector<Snippet> snippetsOf(const std::vector<std::string>& guide) {
-    static const std::regex naming(R"(`([^`]+)`:$)");
+    static const std::regex naming(R"(`([^`]+)`[^`]*:$)");
     std::vector<Snippet> snippets;
     std::string prose;
     for (std::size_t i = 0; i < guide.size(); ++i) {

@@ -69,7 +69,7 @@ TEST_F(FileSelect, TypedNameInOpenModeGivesThePathInTheChosenBaseDirectory) {
   set FILE_SELECTION "plan"
   ok
 )J"),
-              2);
+              NXOpen::UIStyler::DialogResponseOk);
     EXPECT_EQ(dialog->selectedPath(), site.site() / "format_defs" / "plan.fordef");
 }
 
@@ -80,7 +80,8 @@ TEST_F(FileSelect, TypedNameWithExtensionGivesTheSamePath) {
 }
 
 TEST_F(FileSelect, NameWithABlankIsAcceptedWithoutAnError) {
-    EXPECT_EQ(show(FileSelectDialog::SaveAsMode, "set FILE_SELECTION \"my plan\"\nok\n"), 2);
+    EXPECT_EQ(show(FileSelectDialog::SaveAsMode, "set FILE_SELECTION \"my plan\"\nok\n"),
+              NXOpen::UIStyler::DialogResponseOk);
     EXPECT_EQ(dialog->selectedPath(), site.site() / "format_defs" / "my plan.fordef");
     EXPECT_TRUE(nxsim::shownMessages().empty());
 }
@@ -185,7 +186,7 @@ TEST_F(FileSelect, CopyBlockModeListsTheBlocksOfThePickedFile) {
   expect sensitive OK yes
   ok
 )J"),
-              2);
+              NXOpen::UIStyler::DialogResponseOk);
     ASSERT_TRUE(dialog->selectedBlockLayout());
     EXPECT_EQ(dialog->selectedBlockLayout()->id, "PL");
     EXPECT_FALSE(dialog->selectedBorderLayout());
