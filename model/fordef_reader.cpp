@@ -1,3 +1,7 @@
+// The .fordef reader: the document's bytes checked (forbidden characters, lines), parsed by
+// pugixml, and the model built element by element, each refusal naming the file, the line and
+// the reason. It is one file because the element readers share the line recorder, the attribute
+// bindings and the order rules of the format, and a document is read in one pass over them.
 #include "model/fordef_reader.h"
 
 #include "model/document_error.h"

@@ -1,3 +1,8 @@
+// The NX Open UIStyler item classes of the stand-in (PushButton, SingleSelectList, OptionMenu,
+// ...) and the dialog that hands them out. Each class is a thin face over the runtime's item, a
+// few lines a method; they stay in one file, in the order of the item kinds, because together
+// they are the one list of what the product may call on an item, and each is too small for a
+// file of its own.
 #include <NXOpen/NXMessageBox.hxx>
 #include <NXOpen/UI.hxx>
 #include <NXOpen/UIStyler_Dialog.hxx>

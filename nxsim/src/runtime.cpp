@@ -1,3 +1,8 @@
+// The dialog runtime under the stand-in's item classes: items with their state, handlers and
+// events, and dialogs that dispatch events, run a handler's returned state and end with a
+// response. Items and dialogs are one file because every event goes from an item to its dialog
+// and back (sensitivity through the parent group, focus, the end of the dialog), and each side
+// needs the other's internals.
 #include <nxsim/runtime.h>
 
 #include "internal.h"
