@@ -7,8 +7,6 @@
 #include "model/fordef_writer.h"
 
 #include <algorithm>
-#include <fstream>
-#include <iterator>
 #include <ostream>
 
 using namespace QorBorder;
@@ -29,9 +27,8 @@ Reading readDocument(const std::string& file) {
     } catch (const DocumentError& e) {
         throw InputError(e.what());
     }
-    std::ifstream in(file, std::ios::binary);
-    const std::string bytes((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
-    if (!in.good() && !in.eof()) {
+    std::string bytes;
+    if (!readWholeFile(file, bytes)) {
         throw InputError(file + ": cannot read the file");
     }
     reading.canonical = bytes == FordefWriter::toXml(*reading.document);

@@ -15,7 +15,6 @@
 #include <cstring>
 #include <fstream>
 #include <iostream>
-#include <iterator>
 #include <memory>
 #include <type_traits>
 #include <unistd.h>
@@ -115,8 +114,9 @@ std::string headerField(const char* header, const char* name) {
 }
 
 std::string readAll(const fs::path& file) {
-    std::ifstream in(file.string(), std::ios::binary);
-    return std::string((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+    std::string bytes;
+    readWholeFile(file, bytes);
+    return bytes;
 }
 
 // The line on which each message of the file starts (its msgctxt, else its msgid), obsolete ones
