@@ -1,7 +1,5 @@
 #include "lint.h"
 
-#include "model/document_error.h"
-
 #include <algorithm>
 #include <ostream>
 
@@ -9,18 +7,6 @@ namespace fs = boost::filesystem;
 using namespace QorLint;
 
 namespace QorfmtCli {
-
-namespace {
-
-LintDocument readForLint(const fs::path& file, bool checked) {
-    try {
-        return QorLint::readLintDocument(file, displayPath(file), checked);
-    } catch (const QorBorder::DocumentError& e) {
-        throw InputError(e.what());
-    }
-}
-
-} // namespace
 
 int runLint(const LintOptions& options, std::ostream& out, std::ostream& err) {
     std::vector<LintDocument> documents;
@@ -35,15 +21,22 @@ int runLint(const LintOptions& options, std::ostream& out, std::ostream& err) {
                    "check\n";
             return 2;
         }
+        std::vector<LintSource> sources;
         for (const fs::path& file : given) {
-            documents.push_back(readForLint(file, true));
+            sources.push_back({file, displayPath(file), true});
         }
         for (const fs::path& file : site) {
             const bool alsoGiven = std::any_of(
                 given.begin(), given.end(), [&](const fs::path& g) { return sameFile(g, file); });
             if (!alsoGiven) {
-                documents.push_back(readForLint(file, given.empty()));
+                sources.push_back({file, displayPath(file), given.empty()});
             }
+        }
+        for (LintReading& reading : readLintDocuments(sources)) {
+            if (!reading.error.empty()) {
+                throw InputError(reading.error);
+            }
+            documents.push_back(std::move(reading.document));
         }
     } catch (const InputError& e) {
         err << "qorfmt lint: " << e.what() << '\n';

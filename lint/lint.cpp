@@ -3,11 +3,16 @@
 #include "model/fordef_reader.h"
 #include "model/zone_scheme.h"
 
+#include "model/document_error.h"
+
 #include <algorithm>
+#include <atomic>
 #include <cmath>
+#include <exception>
 #include <map>
 #include <set>
 #include <sstream>
+#include <thread>
 #include <tuple>
 
 namespace fs = boost::filesystem;
@@ -555,6 +560,48 @@ LintDocument readLintDocument(const fs::path& file, const std::string& shownAs, 
     doc.checked = checked;
     doc.document = FordefReader::read(file, &doc.lines);
     return doc;
+}
+
+std::vector<LintReading> readLintDocuments(const std::vector<LintSource>& sources,
+                                           unsigned threads) {
+    std::vector<LintReading> readings(sources.size());
+    // Each thread takes the next unread source; every reading has its own slot, so the threads
+    // share nothing else.
+    std::atomic<std::size_t> next{0};
+    // Any other failure (out of memory) is raised in the caller's thread, as a single-threaded
+    // read would raise it, the first in the order of the sources.
+    std::vector<std::exception_ptr> failures(sources.size());
+    const auto work = [&] {
+        for (std::size_t i = next++; i < sources.size(); i = next++) {
+            const LintSource& source = sources[i];
+            try {
+                readings[i].document =
+                    readLintDocument(source.file, source.shownAs, source.checked);
+            } catch (const DocumentError& e) {
+                readings[i].error = e.what();
+            } catch (...) {
+                failures[i] = std::current_exception();
+            }
+        }
+    };
+    if (threads == 0) {
+        threads = std::max(1u, std::thread::hardware_concurrency());
+    }
+    threads = static_cast<unsigned>(std::min<std::size_t>(threads, sources.size()));
+    std::vector<std::thread> pool;
+    for (unsigned t = 1; t < threads; ++t) {
+        pool.emplace_back(work);
+    }
+    work();
+    for (std::thread& thread : pool) {
+        thread.join();
+    }
+    for (const std::exception_ptr& failure : failures) {
+        if (failure) {
+            std::rethrow_exception(failure);
+        }
+    }
+    return readings;
 }
 
 } // namespace QorLint
