@@ -14,6 +14,7 @@
 #include <sstream>
 #include <thread>
 #include <tuple>
+#include <utility>
 
 namespace fs = boost::filesystem;
 using namespace QorBorder;
@@ -131,6 +132,19 @@ private:
         report(doc, line, Severity::Error, rule, message);
     }
 
+    // Each template is looked for once per site: many layouts share a few templates, and each
+    // search walks the search path on disk.
+    bool templateFound(const std::string& name, const char* folder) {
+        auto key = std::make_pair(name, std::string(folder));
+        const auto known = m_templates.find(key);
+        if (known != m_templates.end()) {
+            return known->second;
+        }
+        const bool found = m_templateFound(name, folder);
+        m_templates.emplace(std::move(key), found);
+        return found;
+    }
+
     // The block of that ID that lookups find: the first one, in document order.
     boost::shared_ptr<const BlockLayout> block(const std::string& id) const {
         const auto found = m_blockObjects.find(id);
@@ -215,7 +229,7 @@ private:
             const std::string what = "drawing size " + q(size.name) + " of border " + q(border.id);
             if (size.templateFile.empty()) {
                 error(doc, line, kMissingTemplate, what + " names no frame template");
-            } else if (!m_templateFound(size.templateFile, kFrameTemplates)) {
+            } else if (!templateFound(size.templateFile, kFrameTemplates)) {
                 error(doc, line, kMissingTemplate,
                       what + ": frame template " + q(size.templateFile) + " is not found in " +
                           kFrameTemplates + " along the search path");
@@ -351,7 +365,7 @@ private:
             if (style->templateFile.empty()) {
                 error(doc, doc.lines.of(style.get()), kMissingTemplate,
                       styleName + " names no block template");
-            } else if (!m_templateFound(style->templateFile, kBlockTemplates)) {
+            } else if (!templateFound(style->templateFile, kBlockTemplates)) {
                 error(doc, doc.lines.of(style.get()), kMissingTemplate,
                       styleName + ": block template " + q(style->templateFile) +
                           " is not found in " + kBlockTemplates + " along the search path");
@@ -512,6 +526,7 @@ private:
 
     const std::vector<LintDocument>& m_documents;
     const TemplateLookup& m_templateFound;
+    std::map<std::pair<std::string, std::string>, bool> m_templates;
     std::map<std::string, std::vector<Definition>> m_borders;
     std::map<std::string, std::vector<Definition>> m_blocks;
     std::map<std::pair<std::string, std::string>, std::vector<Definition>> m_locations;
