@@ -177,12 +177,30 @@ void copyTree(const fs::path& from, const fs::path& to) {
     }
 }
 
+std::string fixed(double value, int digits) {
+    char text[64];
+    std::snprintf(text, sizeof text, "%.*f", digits, value);
+    return text;
+}
+
 // ---- running the programs -------------------------------------------------------------------
 
+// Wall time, which a user waits, and CPU time (user and system), which a busy machine disturbs
+// less: on a shared machine the wall time of a run includes the time it waited for a core.
+struct Timing {
+    double wall = 0;
+    double cpu = 0;
+};
+
 struct Run {
-    double seconds = 0;
+    Timing time;
     double maxResidentMB = 0;
 };
+
+double cpuSeconds(const rusage& usage) {
+    return static_cast<double>(usage.ru_utime.tv_sec + usage.ru_stime.tv_sec) +
+           static_cast<double>(usage.ru_utime.tv_usec + usage.ru_stime.tv_usec) / 1e6;
+}
 
 // Runs the program with stdout and stderr into `log`; a failure prints the log and ends the
 // benchmark, since its figures would mean nothing.
@@ -210,7 +228,8 @@ Run runProgram(const std::vector<std::string>& args, const fs::path& log,
     rusage usage{};
     wait4(pid, &status, 0, &usage);
     Run run;
-    run.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+    run.time.wall = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+    run.time.cpu = cpuSeconds(usage);
     run.maxResidentMB = static_cast<double>(usage.ru_maxrss) / 1024.0;
     const int exitCode = WIFEXITED(status) ? WEXITSTATUS(status) : 128;
     if (std::find(acceptedExits.begin(), acceptedExits.end(), exitCode) == acceptedExits.end()) {
@@ -255,7 +274,9 @@ double fileMB(std::uintmax_t bytes) {
 }
 
 // The bare pugixml parse of every file, each read whole and parsed in place, one after another.
-double bareParseSeconds(const std::vector<fs::path>& files) {
+Timing bareParse(const std::vector<fs::path>& files) {
+    rusage before{};
+    getrusage(RUSAGE_SELF, &before);
     const auto start = std::chrono::steady_clock::now();
     for (const fs::path& file : files) {
         std::string buffer(fs::file_size(file), '\0');
@@ -268,7 +289,32 @@ double bareParseSeconds(const std::vector<fs::path>& files) {
             std::exit(1);
         }
     }
-    return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+    Timing timing;
+    timing.wall = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+    rusage after{};
+    getrusage(RUSAGE_SELF, &after);
+    timing.cpu = cpuSeconds(after) - cpuSeconds(before);
+    return timing;
+}
+
+Timing median(const std::vector<Timing>& timings) {
+    std::vector<double> wall;
+    std::vector<double> cpu;
+    for (const Timing& timing : timings) {
+        wall.push_back(timing.wall);
+        cpu.push_back(timing.cpu);
+    }
+    return {median(wall), median(cpu)};
+}
+
+// "1.99 s (CPU 0.64 s)"
+std::string seconds(const Timing& timing) {
+    return fixed(timing.wall, 2) + " s (CPU " + fixed(timing.cpu, 2) + " s)";
+}
+
+// "4.02x (CPU 1.30x)"
+std::string ratio(const Timing& a, const Timing& b) {
+    return fixed(a.wall / b.wall, 2) + "x (CPU " + fixed(a.cpu / b.cpu, 2) + "x)";
 }
 
 std::string machine() {
@@ -292,12 +338,6 @@ std::string machine() {
 void printRow(const std::string& what, const std::string& result) {
     std::printf("%-62s %s\n", what.c_str(), result.c_str());
     std::fflush(stdout);
-}
-
-std::string fixed(double value, int digits) {
-    char text[64];
-    std::snprintf(text, sizeof text, "%.*f", digits, value);
-    return text;
 }
 
 void benchmarkDialogs(const Options& options, const fs::path& logs) {
@@ -382,13 +422,13 @@ void benchmarkDialogs(const Options& options, const fs::path& logs) {
         return runProgram({replay, (journals / (name + ".journal")).string(), "--site",
                            siteFolder.string(), "--library", library},
                           logs / (name + ".log"))
-            .seconds;
+            .time;
     };
 
-    std::map<std::string, std::vector<double>> times;
-    std::vector<double> bareParse;
+    std::map<std::string, std::vector<Timing>> times;
+    std::vector<Timing> parses;
     for (int r = 0; r < options.runs; ++r) {
-        bareParse.push_back(bareParseSeconds(site.files));
+        parses.push_back(bareParse(site.files));
         for (const auto& journal : journalTexts) {
             times[journal.first].push_back(replayJournal(journal.first, site.folder));
         }
@@ -401,35 +441,35 @@ void benchmarkDialogs(const Options& options, const fs::path& logs) {
                     runProgram({replay, journal.string(), "--site", (copy / "site").string(),
                                 "--library", library},
                                logs / (journal.stem().string() + ".log"))
-                        .seconds);
+                        .time);
             }
         }
     }
 
-    const double openSeconds = median(times["open"]);
-    const double parseSeconds = median(bareParse);
+    const Timing opened = median(times["open"]);
+    const Timing parse = median(parses);
     printRow("opening every document through the main dialog (whole run)",
-             fixed(openSeconds, 2) + " s; bare parse " + fixed(parseSeconds, 2) +
-                 " s = " + fixed(openSeconds / parseSeconds, 2) + "x");
+             seconds(opened) + "; bare parse " + seconds(parse) + " = " + ratio(opened, parse));
+    // Per run, the difference of the two journals; then the median of the runs.
     const auto perEvent = [&](const std::string& with, const std::string& without, int count) {
-        std::vector<double> differences;
+        std::vector<Timing> differences;
         for (int r = 0; r < options.runs; ++r) {
-            differences.push_back((times[with][r] - times[without][r]) / count);
+            differences.push_back({(times[with][r].wall - times[without][r].wall) / count,
+                                   (times[with][r].cpu - times[without][r].cpu) / count});
         }
-        return median(differences) * 1000.0;
+        const Timing each = median(differences);
+        return fixed(each.wall * 1000.0, 3) + " ms (CPU " + fixed(each.cpu * 1000.0, 3) + " ms)";
     };
     printRow("main dialog list event: select a block (per event)",
-             fixed(perEvent("block-events", "open", options.events), 3) + " ms");
+             perEvent("block-events", "open", options.events));
     printRow("main dialog list event: select a border (per event)",
-             fixed(perEvent("border-events", "open", options.events), 3) + " ms");
+             perEvent("border-events", "open", options.events));
     printRow("block layout dialog opened on the block of " +
                  std::to_string(options.largeBlockFields) + " fields (per opening)",
-             fixed(perEvent("layout-opens", "layout-base", options.layoutOpens), 3) + " ms");
+             perEvent("layout-opens", "layout-base", options.layoutOpens));
     for (const ExampleSave& save : saves) {
-        printRow(
-            "save of " + save.name + ".fordef with its lint report",
-            fixed(perEvent(save.withSave.stem().string(), save.withoutSave.stem().string(), 1), 1) +
-                " ms");
+        printRow("save of " + save.name + ".fordef with its lint report",
+                 perEvent(save.withSave.stem().string(), save.withoutSave.stem().string(), 1));
     }
 }
 
@@ -475,25 +515,24 @@ int main(int argc, char** argv) {
         lintSite.files.push_back(file);
         lintSite.bytes += fs::file_size(file);
     }
-    std::vector<double> lintTimes;
+    std::vector<Timing> lintTimes;
     std::vector<double> lintMemory;
-    std::vector<double> lintParse;
+    std::vector<Timing> lintParse;
     for (int r = 0; r < options.runs; ++r) {
-        lintParse.push_back(bareParseSeconds(lintSite.files));
-        // Exit 1: the generated documents have findings (blocks that their borders require but
-        // no document defines); they are written to the log like any others.
+        lintParse.push_back(bareParse(lintSite.files));
+        // Exit 1 would be findings: the log counts them.
         const Run run = runProgram({qorfmt, "lint", "--site", lintSite.folder.string()},
                                    logs / "lint.log", {0, 1});
-        lintTimes.push_back(run.seconds);
+        lintTimes.push_back(run.time);
         lintMemory.push_back(run.maxResidentMB);
     }
-    const double lintSeconds = median(lintTimes);
-    const double lintParseSeconds = median(lintParse);
+    const Timing lint = median(lintTimes);
+    const Timing lintParsed = median(lintParse);
     const double siteMB = fileMB(lintSite.bytes);
     printRow("qorfmt lint of " + std::to_string(lintSite.files.size()) + " documents (" +
                  fixed(siteMB, 1) + " MB)",
-             fixed(lintSeconds, 2) + " s; bare parse " + fixed(lintParseSeconds, 2) +
-                 " s = " + fixed(lintSeconds / lintParseSeconds, 2) + "x");
+             seconds(lint) + "; bare parse " + seconds(lintParsed) + " = " +
+                 ratio(lint, lintParsed));
     std::ifstream lintLog((logs / "lint.log").string());
     const long findings =
         std::count(std::istreambuf_iterator<char>(lintLog), std::istreambuf_iterator<char>(), '\n');
