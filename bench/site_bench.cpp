@@ -44,7 +44,7 @@ struct Options {
     int blocks = 100;
     int fields = 20;
     int largeBlockFields = 500;
-    int events = 1000;
+    int events = 5000;
     int layoutOpens = 100;
     int lintDocuments = 6000;
     int runs = 3;

@@ -574,6 +574,7 @@ LintDocument readLintDocument(const fs::path& file, const std::string& shownAs, 
     doc.file = shownAs;
     doc.checked = checked;
     doc.document = FordefReader::read(file, &doc.lines);
+    doc.lines.finish();
     return doc;
 }
 
