@@ -45,7 +45,7 @@ struct Options {
     int fields = 20;
     int largeBlockFields = 500;
     int events = 5000;
-    int layoutOpens = 100;
+    int layoutOpens = 1000;
     int lintDocuments = 6000;
     int runs = 3;
     bool keep = false;
