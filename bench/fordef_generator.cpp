@@ -23,11 +23,12 @@ boost::shared_ptr<DefinitionDocument> generateDocument(const DocumentShape& shap
     auto document = boost::make_shared<DefinitionDocument>("");
     for (int b = 0; b < shape.borderLayouts; ++b) {
         auto border = boost::make_shared<BorderLayout>();
-        border->id = numbered(prefix + "BORDER_", b);
+        border->id = numbered(prefix + "BORDER" + shape.idSeparator, b);
         border->description = "Drawing frame " + std::to_string(b) + " for plant documents";
         border->category = "Standard frames";
-        border->coreRequiredBlocks = {numbered(prefix + "BLOCK_", b % 97), "REVISION"};
-        border->sheet1RequiredBlocks = {"PARTS_LIST"};
+        border->coreRequiredBlocks = {numbered(prefix + "BLOCK" + shape.idSeparator, b % 97),
+                                      shape.revisionBlock};
+        border->sheet1RequiredBlocks = {shape.partsListBlock};
         border->secondLanguages = {"German", "French"};
         border->units = 1 + b % 2;
         border->layer = 200 + b % 50;
@@ -54,7 +55,7 @@ boost::shared_ptr<DefinitionDocument> generateDocument(const DocumentShape& shap
 
     for (int k = 0; k < shape.blockLayouts; ++k) {
         auto block = boost::make_shared<BlockLayout>();
-        block->id = numbered(prefix + "BLOCK_", k);
+        block->id = numbered(prefix + "BLOCK" + shape.idSeparator, k);
         block->description = "Title block variant " + std::to_string(k);
         block->category = k % 2 == 0 ? "Title blocks" : "Revision tables";
         block->units = 1 + k % 2;
@@ -70,10 +71,10 @@ boost::shared_ptr<DefinitionDocument> generateDocument(const DocumentShape& shap
         block->sbfFileName = "title.sbf";
         block->angle = 90.0 * (k % 4);
         block->maxHeightMargin = 2.5;
-        block->defaultStyleId = "STYLE_0";
+        block->defaultStyleId = "STYLE" + shape.idSeparator + "0";
         for (int f = 0; f < shape.fieldsPerBlock; ++f) {
             auto field = boost::make_shared<Field>();
-            field->id = numbered("FIELD_", f);
+            field->id = numbered("FIELD" + shape.idSeparator, f);
             field->type = f % 3;
             field->controlType = f % 3 == 1 ? 4 : 1;
             field->prefix = f % 5 == 0 ? "No. " : "";
@@ -94,18 +95,18 @@ boost::shared_ptr<DefinitionDocument> generateDocument(const DocumentShape& shap
         }
         for (int s = 0; s < shape.stylesPerBlock; ++s) {
             auto style = boost::make_shared<BlockStyle>();
-            style->id = "STYLE_" + std::to_string(s);
+            style->id = "STYLE" + shape.idSeparator + std::to_string(s);
             style->dialogText = "Style " + std::to_string(s);
             style->templateFile = "title_" + std::to_string(s) + ".prt";
             for (int f = 0; f < shape.fieldsPerBlock; f += 4) {
-                style->setRow(numbered("FIELD_", f), f / 4);
-                style->setColumn(numbered("FIELD_", f), f % 4);
+                style->setRow(numbered("FIELD" + shape.idSeparator, f), f / 4);
+                style->setColumn(numbered("FIELD" + shape.idSeparator, f), f % 4);
             }
             block->addStyle(style);
         }
         for (int r = 0; r < shape.rowTypesPerBlock; ++r) {
             auto rowType = boost::make_shared<RowType>();
-            rowType->id = "ROW_" + std::to_string(r);
+            rowType->id = "ROW" + shape.idSeparator + std::to_string(r);
             rowType->listSeparator = ", ";
             rowType->headerRow = 1;
             rowType->zoneFieldId = "ZONE";
@@ -122,8 +123,9 @@ boost::shared_ptr<DefinitionDocument> generateDocument(const DocumentShape& shap
 
     for (int l = 0; l < shape.blockLocations; ++l) {
         auto location = boost::make_shared<BlockLocation>();
-        location->id = numbered("LOC_", l);
-        location->blockId = numbered(prefix + "BLOCK_", l % std::max(1, shape.blockLayouts));
+        location->id = numbered("LOC" + shape.idSeparator, l);
+        location->blockId =
+            numbered(prefix + "BLOCK" + shape.idSeparator, l % std::max(1, shape.blockLayouts));
         location->dialogText = "Bottom right corner " + std::to_string(l);
         location->offsetX = "-10";
         location->offsetY = "10";
@@ -136,9 +138,9 @@ boost::shared_ptr<DefinitionDocument> generateDocument(const DocumentShape& shap
     for (int t = 0; t < shape.translations; ++t) {
         translations[translationKey(
             t % 2 == 0 ? "German" : "French",
-            numbered(prefix + "BLOCK_", t % std::max(1, shape.blockLayouts)),
-            numbered("FIELD_", t % 50), "K" + std::to_string(t))] =
-            "Translated text " + std::to_string(t);
+            numbered(prefix + "BLOCK" + shape.idSeparator, t % std::max(1, shape.blockLayouts)),
+            numbered("FIELD" + shape.idSeparator, t % std::max(1, shape.fieldsPerBlock)),
+            "K" + std::to_string(t))] = "Translated text " + std::to_string(t);
     }
     document->setFieldTranslations(translations);
     document->modified = false;

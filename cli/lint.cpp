@@ -33,27 +33,28 @@ std::string notRegular(const fs::path& file) {
     return "it is " + Base::fileKind(status.st_mode) + ", not a regular file";
 }
 
-// Reads a document; one that cannot be read becomes a finding, so that the others are still
-// checked and a CI run reports all of them.
-bool readForLint(const fs::path& file, bool checked, std::vector<LintDocument>& documents,
+// Reads the documents on every core; one that cannot be read becomes a finding, so that the
+// others are still checked and a CI run reports all of them.
+void readForLint(const std::vector<LintSource>& sources, std::vector<LintDocument>& documents,
                  std::vector<Finding>& unreadable) {
-    const std::string shownAs = displayPath(file);
-    const std::string refusal = notRegular(file);
-    if (!refusal.empty()) {
-        unreadable.push_back({shownAs, 0, Severity::Error, refusal, kUnreadableRule});
-        return false;
+    std::vector<LintSource> regular;
+    for (const LintSource& source : sources) {
+        const std::string refusal = notRegular(source.file);
+        if (refusal.empty()) {
+            regular.push_back(source);
+        } else {
+            unreadable.push_back({source.shownAs, 0, Severity::Error, refusal, kUnreadableRule});
+        }
     }
-    try {
-        documents.push_back(QorLint::readLintDocument(file, shownAs, checked));
-        return true;
-    } catch (const QorBorder::DocumentError& e) {
-        unreadable.push_back({shownAs, e.line(), Severity::Error,
-                              e.reason().empty() ? e.what() : e.reason(), kUnreadableRule});
-    } catch (const std::bad_alloc&) {
-        unreadable.push_back(
-            {shownAs, 0, Severity::Error, "too large to read: out of memory", kUnreadableRule});
+    std::vector<LintReading> readings = readLintDocuments(regular);
+    for (std::size_t i = 0; i < readings.size(); ++i) {
+        if (readings[i].error.empty()) {
+            documents.push_back(std::move(readings[i].document));
+        } else {
+            unreadable.push_back({regular[i].shownAs, readings[i].errorLine, Severity::Error,
+                                  readings[i].reason, kUnreadableRule});
+        }
     }
-    return false;
 }
 
 std::string report(const std::vector<Finding>& findings, const LintOptions& options) {
@@ -116,16 +117,18 @@ int runLint(const LintOptions& options, std::ostream& out, std::ostream& err) {
             }
             throw InputError("no documents (*.fordef) to check in " + folderList(folders) + hint);
         }
+        std::vector<LintSource> sources;
         for (const fs::path& file : given) {
-            readForLint(file, true, documents, unreadable);
+            sources.push_back({file, displayPath(file), true});
         }
         for (const fs::path& file : site) {
             const bool alsoGiven = std::any_of(
                 given.begin(), given.end(), [&](const fs::path& g) { return sameFile(g, file); });
             if (!alsoGiven) {
-                readForLint(file, given.empty(), documents, unreadable);
+                sources.push_back({file, displayPath(file), given.empty()});
             }
         }
+        readForLint(sources, documents, unreadable);
     } catch (const InputError& e) {
         err << "qorfmt lint: " << e.what() << '\n';
         return 2;

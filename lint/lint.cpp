@@ -4,12 +4,19 @@
 #include "model/fordef_reader.h"
 #include "model/zone_scheme.h"
 
+#include "model/document_error.h"
+
 #include <algorithm>
+#include <atomic>
 #include <cmath>
+#include <exception>
 #include <map>
+#include <new>
 #include <set>
 #include <sstream>
+#include <thread>
 #include <tuple>
+#include <utility>
 
 namespace fs = boost::filesystem;
 using namespace QorBorder;
@@ -123,6 +130,19 @@ private:
         report(doc, line, Severity::Error, rule, message);
     }
 
+    // Each template is looked for once per site: many layouts share a few templates, and each
+    // search walks the search path on disk.
+    bool templateFound(const std::string& name, const char* folder) {
+        auto key = std::make_pair(name, std::string(folder));
+        const auto known = m_templates.find(key);
+        if (known != m_templates.end()) {
+            return known->second;
+        }
+        const bool found = m_templateFound(name, folder);
+        m_templates.emplace(std::move(key), found);
+        return found;
+    }
+
     // The block of that ID that lookups find: the first one, in document order.
     boost::shared_ptr<const BlockLayout> block(const std::string& id) const {
         const auto found = m_blockObjects.find(id);
@@ -207,7 +227,7 @@ private:
             const std::string what = "drawing size " + q(size.name) + " of border " + q(border.id);
             if (size.templateFile.empty()) {
                 error(doc, line, kMissingTemplate, what + " names no frame template");
-            } else if (!m_templateFound(size.templateFile, kFrameTemplates)) {
+            } else if (!templateFound(size.templateFile, kFrameTemplates)) {
                 error(doc, line, kMissingTemplate,
                       what + ": frame template " + q(size.templateFile) + " is not found in " +
                           kFrameTemplates + " along the search path");
@@ -343,7 +363,7 @@ private:
             if (style->templateFile.empty()) {
                 error(doc, doc.lines.of(style.get()), kMissingTemplate,
                       styleName + " names no block template");
-            } else if (!m_templateFound(style->templateFile, kBlockTemplates)) {
+            } else if (!templateFound(style->templateFile, kBlockTemplates)) {
                 error(doc, doc.lines.of(style.get()), kMissingTemplate,
                       styleName + ": block template " + q(style->templateFile) +
                           " is not found in " + kBlockTemplates + " along the search path");
@@ -504,6 +524,7 @@ private:
 
     const std::vector<LintDocument>& m_documents;
     const TemplateLookup& m_templateFound;
+    std::map<std::pair<std::string, std::string>, bool> m_templates;
     std::map<std::string, std::vector<Definition>> m_borders;
     std::map<std::string, std::vector<Definition>> m_blocks;
     std::map<std::pair<std::string, std::string>, std::vector<Definition>> m_locations;
@@ -551,7 +572,55 @@ LintDocument readLintDocument(const fs::path& file, const std::string& shownAs, 
     doc.file = shownAs;
     doc.checked = checked;
     doc.document = FordefReader::read(file, &doc.lines);
+    doc.lines.finish();
     return doc;
+}
+
+std::vector<LintReading> readLintDocuments(const std::vector<LintSource>& sources,
+                                           unsigned threads) {
+    std::vector<LintReading> readings(sources.size());
+    // Each thread takes the next unread source; every reading has its own slot, so the threads
+    // share nothing else.
+    std::atomic<std::size_t> next{0};
+    // Any other failure is raised in the caller's thread, as a single-threaded read would raise
+    // it, the first in the order of the sources.
+    std::vector<std::exception_ptr> failures(sources.size());
+    const auto work = [&] {
+        for (std::size_t i = next++; i < sources.size(); i = next++) {
+            const LintSource& source = sources[i];
+            try {
+                readings[i].document =
+                    readLintDocument(source.file, source.shownAs, source.checked);
+            } catch (const DocumentError& e) {
+                readings[i].error = e.what();
+                readings[i].errorLine = e.line();
+                readings[i].reason = e.reason().empty() ? e.what() : e.reason();
+            } catch (const std::bad_alloc&) {
+                readings[i].reason = "too large to read: out of memory";
+                readings[i].error = source.file.string() + ": " + readings[i].reason;
+            } catch (...) {
+                failures[i] = std::current_exception();
+            }
+        }
+    };
+    if (threads == 0) {
+        threads = std::max(1u, std::thread::hardware_concurrency());
+    }
+    threads = static_cast<unsigned>(std::min<std::size_t>(threads, sources.size()));
+    std::vector<std::thread> pool;
+    for (unsigned t = 1; t < threads; ++t) {
+        pool.emplace_back(work);
+    }
+    work();
+    for (std::thread& thread : pool) {
+        thread.join();
+    }
+    for (const std::exception_ptr& failure : failures) {
+        if (failure) {
+            std::rethrow_exception(failure);
+        }
+    }
+    return readings;
 }
 
 } // namespace QorLint

@@ -49,4 +49,26 @@ std::vector<Finding> lint(const std::vector<LintDocument>& documents,
 LintDocument readLintDocument(const boost::filesystem::path& file, const std::string& shownAs,
                               bool checked);
 
+/// A document for readLintDocuments: the file, how findings name it, whether it is checked.
+struct LintSource {
+    boost::filesystem::path file;
+    std::string shownAs;
+    bool checked = true;
+};
+
+/// What reading one source gave: the document, or the reader's message (file, line, reason).
+struct LintReading {
+    LintDocument document;
+    std::string error;  ///< empty when the document was read
+    int errorLine = 0;  ///< the line the error names; 0 for none
+    std::string reason; ///< the error without file and line
+};
+
+/// Reads the sources on `threads` threads (0: one per core), each file once; the readings are in
+/// the order of the sources, whatever order the threads finish in. A file that cannot be read
+/// gives its error in its own reading and does not stop the others; so does one too large to
+/// hold in memory.
+std::vector<LintReading> readLintDocuments(const std::vector<LintSource>& sources,
+                                           unsigned threads = 0);
+
 } // namespace QorLint

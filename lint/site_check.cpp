@@ -40,7 +40,7 @@ bool SiteCheck::Identity::operator==(const Identity& other) const {
            std::tie(other.device, other.inode, other.size, other.modifiedNs, other.changedNs);
 }
 
-const LintDocument& SiteCheck::context(const fs::path& file) {
+SiteCheck::Identity SiteCheck::identityOf(const fs::path& file) {
     Identity identity;
     struct stat info {};
     if (::stat(file.c_str(), &info) == 0) {
@@ -49,21 +49,31 @@ const LintDocument& SiteCheck::context(const fs::path& file) {
                     static_cast<std::uint64_t>(info.st_size), nanoseconds(info.st_mtim),
                     nanoseconds(info.st_ctim)};
     }
-    const auto found = m_cache.find(file);
-    if (found != m_cache.end() && found->second.identity == identity) {
-        return found->second.document;
+    return identity;
+}
+
+void SiteCheck::readChanged(const std::vector<fs::path>& files) {
+    std::vector<LintSource> sources;
+    std::vector<Identity> identities;
+    for (const fs::path& file : files) {
+        const Identity identity = identityOf(file);
+        const auto found = m_cache.find(file);
+        if (found == m_cache.end() || !(found->second.identity == identity)) {
+            sources.push_back({file, file.string(), false});
+            identities.push_back(identity);
+        }
     }
-    Cached cached;
-    cached.identity = identity;
-    try {
-        cached.document = readLintDocument(file, file.string(), false);
-    } catch (const QorBorder::DocumentError&) {
-        // Not the saved document's fault: the site's own check reports it.
-        cached.document = LintDocument();
-        cached.document.file = file.string();
-        cached.document.checked = false;
+    // On every core: the first check after the configurator starts reads the whole site.
+    std::vector<LintReading> readings = readLintDocuments(sources);
+    for (std::size_t i = 0; i < readings.size(); ++i) {
+        Cached& cached = m_cache[sources[i].file];
+        cached.identity = identities[i];
+        // A document that cannot be read is not the saved document's fault: the site's own
+        // check reports it. It gives no context here.
+        cached.document = readings[i].error.empty()
+                              ? std::move(readings[i].document)
+                              : LintDocument{sources[i].shownAs, {}, {}, false};
     }
-    return (m_cache[file] = std::move(cached)).document;
 }
 
 std::vector<Finding> SiteCheck::check(
@@ -83,6 +93,15 @@ std::vector<Finding> SiteCheck::check(
         }
     }
 
+    std::vector<fs::path> onDisk;
+    for (const fs::path& siteFile : siteDocuments) {
+        const fs::path path = QorBorder::normalisedPath(siteFile);
+        if (path != savedPath && unsaved.find(path) == unsaved.end()) {
+            onDisk.push_back(siteFile);
+        }
+    }
+    readChanged(onDisk);
+
     // Context first, in search order, so that lookups find what the configurator finds.
     std::vector<LintDocument> documents;
     std::vector<fs::path> listed;
@@ -95,7 +114,7 @@ std::vector<Finding> SiteCheck::check(
         const auto open = unsaved.find(path);
         if (open != unsaved.end()) {
             documents.push_back({siteFile.string(), open->second, {}, false});
-        } else if (const LintDocument& read = context(siteFile); read.document) {
+        } else if (const LintDocument& read = m_cache.at(siteFile).document; read.document) {
             documents.push_back(read);
         }
     }

@@ -47,8 +47,9 @@ private:
         LintDocument document; ///< null document: the file could not be read
     };
 
-    /// The site document at `file` as context, read again only when its file changed.
-    const LintDocument& context(const boost::filesystem::path& file);
+    static Identity identityOf(const boost::filesystem::path& file);
+    /// Reads the files not read yet, or changed since, as context (in parallel).
+    void readChanged(const std::vector<boost::filesystem::path>& files);
 
     std::map<boost::filesystem::path, Cached> m_cache;
 };

@@ -119,15 +119,32 @@ DefDocumentManagerImpl::getBlockLocation(const std::string& blockId,
     return boost::shared_ptr<BlockLocation>();
 }
 
-std::vector<boost::shared_ptr<const BlockLayout>>
+const std::vector<boost::shared_ptr<const BlockLayout>>&
 DefDocumentManagerImpl::blockLayouts(FrameUnitsType units) const {
-    std::vector<boost::shared_ptr<const BlockLayout>> all;
-    for (const boost::shared_ptr<DefinitionDocument>& document : m_documents) {
-        const std::vector<boost::shared_ptr<const BlockLayout>> some =
-            document->blockLayouts(units);
-        all.insert(all.end(), some.begin(), some.end());
+    if (units != AllUnits) {
+        m_blockLayoutsOfUnits.clear();
+        for (const boost::shared_ptr<DefinitionDocument>& document : m_documents) {
+            const auto some = document->blockLayouts(units);
+            m_blockLayoutsOfUnits.insert(m_blockLayoutsOfUnits.end(), some.begin(), some.end());
+        }
+        return m_blockLayoutsOfUnits;
     }
-    return all;
+    bool current = m_allBlockLayoutsBuilt && m_allBlockSources.size() == m_documents.size();
+    for (std::size_t d = 0; current && d < m_documents.size(); ++d) {
+        current = m_allBlockSources[d].first == m_documents[d].get() &&
+                  m_allBlockSources[d].second == m_documents[d]->blockListVersion();
+    }
+    if (!current) {
+        m_allBlockLayouts.clear();
+        m_allBlockSources.clear();
+        for (const boost::shared_ptr<DefinitionDocument>& document : m_documents) {
+            const auto some = document->blockLayouts(AllUnits);
+            m_allBlockLayouts.insert(m_allBlockLayouts.end(), some.begin(), some.end());
+            m_allBlockSources.emplace_back(document.get(), document->blockListVersion());
+        }
+        m_allBlockLayoutsBuilt = true;
+    }
+    return m_allBlockLayouts;
 }
 
 std::string DefDocumentManagerImpl::fieldTranslation(const std::string& language,

@@ -6,7 +6,9 @@
 #include <boost/filesystem/path.hpp>
 #include <boost/shared_ptr.hpp>
 
+#include <cstdint>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace Base {
@@ -47,7 +49,14 @@ public:
     boost::shared_ptr<BlockLayout> getBlockLayout(const std::string& id);
     boost::shared_ptr<BlockLocation> getBlockLocation(const std::string& blockId,
                                                       const std::string& locationId);
-    std::vector<boost::shared_ptr<const BlockLayout>> blockLayouts(FrameUnitsType units) const;
+    /// Every block layout of every registered document (of those units; AllUnits: all), in
+    /// registration and document order. The list of all units is built again only after a
+    /// document was registered or a block layout added to or deleted from one, so that dialogs
+    /// may ask after every event. The reference stays valid; its contents change with the next
+    /// call that finds the documents changed, so do not register or change documents while
+    /// iterating over it.
+    const std::vector<boost::shared_ptr<const BlockLayout>>&
+    blockLayouts(FrameUnitsType units) const;
     /// The stored translation, or exactly kNoTranslationFound ("No Translation Found.").
     std::string fieldTranslation(const std::string& language, const std::string& blockId,
                                  const std::string& fieldId, const std::string& lookupKey) const;
@@ -56,6 +65,14 @@ private:
     boost::shared_ptr<DefinitionDocument> find(const boost::filesystem::path& file) const;
 
     std::vector<boost::shared_ptr<DefinitionDocument>> m_documents;
+
+    // The list blockLayouts(AllUnits) gave last, and the block list version of each document it
+    // was built from.
+    mutable std::vector<boost::shared_ptr<const BlockLayout>> m_allBlockLayouts;
+    mutable std::vector<std::pair<const DefinitionDocument*, std::uint64_t>> m_allBlockSources;
+    mutable bool m_allBlockLayoutsBuilt = false;
+    // A layout's units change in place, unseen: a list of some units is built on every call.
+    mutable std::vector<boost::shared_ptr<const BlockLayout>> m_blockLayoutsOfUnits;
 };
 
 /// The one manager of the process, created on first use and never destroyed.

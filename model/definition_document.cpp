@@ -135,6 +135,7 @@ DefinitionDocument::borderLayoutTypes(FrameUnitsType units) const {
 void DefinitionDocument::addBlockLayout(const boost::shared_ptr<BlockLayout>& layout) {
     m_blockLayouts.push_back(layout);
     m_blockIndex.appended(m_blockLayouts);
+    ++m_blockListVersion;
     modified = true;
 }
 
@@ -151,6 +152,7 @@ void DefinitionDocument::deleteBlockLayout(const std::string& id) {
     if (position >= 0) {
         m_blockLayouts.erase(m_blockLayouts.begin() + position);
         m_blockIndex.erased(static_cast<std::size_t>(position));
+        ++m_blockListVersion;
         modified = true;
     }
 }

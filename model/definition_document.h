@@ -10,6 +10,7 @@
 #include <boost/filesystem/path.hpp>
 #include <boost/shared_ptr.hpp>
 
+#include <cstdint>
 #include <map>
 #include <string>
 #include <unordered_map>
@@ -68,6 +69,9 @@ public:
     boost::shared_ptr<BlockLayout> getBlockLayout(const std::string& id);
     void deleteBlockLayout(const std::string& id);
     std::vector<boost::shared_ptr<const BlockLayout>> blockLayouts(FrameUnitsType units) const;
+    /// Changes whenever a block layout is added or deleted, so that a list of them kept
+    /// elsewhere knows when to build it again.
+    std::uint64_t blockListVersion() const { return m_blockListVersion; }
 
     /// Appends to the list of the location's block.
     void addBlockLocation(const boost::shared_ptr<BlockLocation>& location);
@@ -132,6 +136,7 @@ private:
     std::vector<boost::shared_ptr<BorderLayout>> m_borderLayouts;
     std::vector<boost::shared_ptr<BlockLayout>> m_blockLayouts;
     std::vector<boost::shared_ptr<BlockLocation>> m_blockLocations;
+    std::uint64_t m_blockListVersion = 0;
     TranslationMap m_translations;
     // Hash index over m_translations' keys, built on first use after a change.
     mutable std::unordered_map<HashedKey, const std::string*, HashedKeyHash> m_translationIndex;

@@ -60,24 +60,47 @@ std::string LocationsPage::rowText(const QorBorder::BlockLocation& location) {
            (location.styleId.empty() ? std::string("Any Style") : location.styleId) + ")";
 }
 
+const std::vector<std::string>& LocationsPage::filterEntries() const {
+    if (!m_filterEntriesRead) {
+        m_filterEntries = m_blockFilter->Items();
+        m_filterEntriesRead = true;
+    }
+    return m_filterEntries;
+}
+
 std::string LocationsPage::filterBlockId() const {
-    return m_blockFilter->ItemValueString();
+    const std::vector<std::string>& entries = filterEntries();
+    const int current = m_blockFilter->ItemValue();
+    if (current < 0 || static_cast<std::size_t>(current) >= entries.size()) {
+        return {};
+    }
+    return entries[static_cast<std::size_t>(current)];
 }
 
 void LocationsPage::refreshFilter() {
-    std::vector<std::string> ids;
-    for (const auto& layout : QorBorder::DefDocumentManager().blockLayouts(QorBorder::AllUnits)) {
-        ids.push_back(layout->id);
-    }
-    if (ids.empty()) {
+    const auto& layouts = QorBorder::DefDocumentManager().blockLayouts(QorBorder::AllUnits);
+    if (layouts.empty()) {
         return;
+    }
+    // The same IDs in the same order: the menu and its current entry stay as they are.
+    const std::vector<std::string>& entries = filterEntries();
+    if (std::equal(layouts.begin(), layouts.end(), entries.begin(), entries.end(),
+                   [](const auto& layout, const std::string& id) { return layout->id == id; })) {
+        return;
+    }
+    std::vector<std::string> ids;
+    ids.reserve(layouts.size());
+    for (const auto& layout : layouts) {
+        ids.push_back(layout->id);
     }
     // Refilling keeps the block the user was looking at, and the list must never show another
     // block's locations than the filter names: the row numbers address the filter's block.
     const std::string shown = filterBlockId();
     m_blockFilter->SetItems(ids);
-    if (std::find(ids.begin(), ids.end(), shown) != ids.end()) {
-        m_blockFilter->SetItemValue(shown);
+    m_filterEntries = std::move(ids);
+    const auto found = std::find(m_filterEntries.begin(), m_filterEntries.end(), shown);
+    if (found != m_filterEntries.end()) {
+        m_blockFilter->SetItemValue(static_cast<int>(found - m_filterEntries.begin()));
     }
     if (filterBlockId() != shown) {
         refreshList();

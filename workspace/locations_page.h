@@ -69,11 +69,17 @@ private:
     /// Shows the block location dialog on a location that is not in the document yet and adds
     /// it at the end of its block's list on OK.
     void addThroughDialog(const boost::shared_ptr<QorBorder::BlockLocation>& location);
+    /// The entries of "BLOCK_FILTER", read from the menu once and then kept with it: the update
+    /// functions ask for the filter's block after every event, and the menu holds every block
+    /// of every open document.
+    const std::vector<std::string>& filterEntries() const;
 
     PageHost& m_host;
     /// The locations shown, row i being element i.
     std::vector<boost::shared_ptr<const QorBorder::BlockLocation>> m_rows;
     boost::shared_ptr<KivNX::UI::OptionMenu> m_blockFilter;
+    mutable std::vector<std::string> m_filterEntries;
+    mutable bool m_filterEntriesRead = false;
     boost::shared_ptr<KivNX::UI::SingleSelectList> m_list;
     boost::shared_ptr<NXOpen::UIStyler::PushButton> m_newLocation;
     boost::shared_ptr<NXOpen::UIStyler::PushButton> m_editLocation;

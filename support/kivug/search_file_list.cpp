@@ -5,9 +5,13 @@
 
 #include <boost/filesystem/operations.hpp>
 
+#include <sys/stat.h>
+
 #include <algorithm>
+#include <cstdint>
 #include <set>
 #include <stdexcept>
+#include <utility>
 
 namespace fs = boost::filesystem;
 
@@ -60,24 +64,35 @@ NxSearchFileList::NxSearchFileList(const fs::path& relativeDirectory, std::vecto
     : m_relativeDirectory(relativeDirectory), m_roots(std::move(roots)) {}
 
 std::vector<fs::path> NxSearchFileList::filePaths(const Base::WildcardFilter& filter) const {
+    // A file is identified by its device and inode, which the one stat that tells a regular file
+    // gives too: a site of thousands of documents is listed at every file dialog.
+    using FileIdentity = std::pair<std::uint64_t, std::uint64_t>;
+    struct Found {
+        fs::path path;
+        std::string name;
+        FileIdentity identity;
+    };
     std::vector<fs::path> result;
-    std::set<fs::path> seen;
+    std::set<FileIdentity> seen;
     for (const fs::path& root : m_roots) {
         const fs::path directory = root / m_relativeDirectory;
-        std::vector<fs::path> files;
+        std::vector<Found> files;
         boost::system::error_code ec;
         for (fs::directory_iterator it(directory, ec), end; !ec && it != end; it.increment(ec)) {
-            boost::system::error_code statusError;
-            if (filter.matches(it->path()) && fs::is_regular_file(it->path(), statusError)) {
-                files.push_back(it->path());
+            struct stat status {};
+            if (filter.matches(it->path()) && ::stat(it->path().c_str(), &status) == 0 &&
+                S_ISREG(status.st_mode)) {
+                files.push_back({it->path(),
+                                 it->path().filename().string(),
+                                 {static_cast<std::uint64_t>(status.st_dev),
+                                  static_cast<std::uint64_t>(status.st_ino)}});
             }
         }
-        std::sort(files.begin(), files.end(), [](const fs::path& a, const fs::path& b) {
-            return a.filename().string() < b.filename().string();
-        });
-        for (const fs::path& file : files) {
-            if (seen.insert(identity(file)).second) {
-                result.push_back(file);
+        std::sort(files.begin(), files.end(),
+                  [](const Found& a, const Found& b) { return a.name < b.name; });
+        for (Found& file : files) {
+            if (seen.insert(file.identity).second) {
+                result.push_back(std::move(file.path));
             }
         }
     }

@@ -210,3 +210,52 @@ TEST(Lint, FindingsAreSortedByFileLineAndRule) {
     EXPECT_EQ(findings.front().file, "a.fordef");
     EXPECT_EQ(findings.back().file, "b.fordef");
 }
+
+// Many documents read on several threads (0: one per core) come back in the order they were
+// given, each with the findings' name it was given, whatever order the threads finish them in.
+TEST(LintReading, DocumentsReadOnThreadsKeepTheOrderOfTheSources) {
+    std::vector<LintSource> sources;
+    for (const LintRule& rule : lintRules()) {
+        sources.push_back({kLintData / rule.name / "pass.fordef", rule.name, true});
+        sources.push_back(
+            {kLintData / rule.name / "fail.fordef", rule.name + std::string("!"), false});
+    }
+    for (unsigned threads : {0u, 1u, 2u, 7u, 64u}) {
+        const std::vector<LintReading> readings = readLintDocuments(sources, threads);
+        ASSERT_EQ(readings.size(), sources.size());
+        for (std::size_t i = 0; i < sources.size(); ++i) {
+            EXPECT_EQ(readings[i].error, "") << sources[i].file;
+            EXPECT_EQ(readings[i].document.file, sources[i].shownAs) << threads;
+            EXPECT_EQ(readings[i].document.checked, sources[i].checked);
+            const LintDocument alone = read(sources[i].file, sources[i].shownAs);
+            EXPECT_TRUE(readings[i].document.document->sameContents(*alone.document));
+        }
+    }
+}
+
+// A document that cannot be read is reported in its own reading, with the reader's message, and
+// the documents before and after it are still read.
+TEST(LintReading, UnreadableDocumentGivesItsErrorAndTheOthersAreRead) {
+    TestUtil::TempDir dir;
+    const fs::path broken = dir.write(
+        "broken.fordef", "<fordef version=\"1\">\n<border id=\"A\" layer=\"abc\"/>\n</fordef>\n");
+    const fs::path good = kLintData / "default-style" / "pass.fordef";
+    const std::vector<LintReading> readings =
+        readLintDocuments({{good, "first", true},
+                           {broken, "broken", true},
+                           {dir.path() / "missing.fordef", "missing", true},
+                           {good, "last", true}},
+                          2);
+    ASSERT_EQ(readings.size(), 4u);
+    EXPECT_EQ(readings[0].error, "");
+    EXPECT_EQ(readings[3].error, "");
+    EXPECT_EQ(readings[3].document.file, "last");
+    EXPECT_NE(readings[1].error.find(broken.string() + ":2:"), std::string::npos)
+        << readings[1].error;
+    EXPECT_NE(readings[2].error.find("missing.fordef"), std::string::npos) << readings[2].error;
+    EXPECT_FALSE(readings[1].document.document);
+}
+
+TEST(LintReading, NoSourcesGiveNoReadings) {
+    EXPECT_TRUE(readLintDocuments({}, 2).empty());
+}

@@ -241,3 +241,86 @@ TEST(DefDocumentManager, DocumentsStayOpenAndModifiedUntilSaved) {
     EXPECT_TRUE(again->modified);
     EXPECT_FALSE(again->getBlockLayout("TITLE"));
 }
+
+namespace {
+
+std::vector<std::string> idsOf(const std::vector<boost::shared_ptr<const BlockLayout>>& layouts) {
+    std::vector<std::string> ids;
+    for (const auto& layout : layouts) {
+        ids.push_back(layout->id);
+    }
+    return ids;
+}
+
+boost::shared_ptr<BlockLayout> blockWithId(const std::string& id, int units = Inches) {
+    auto block = boost::make_shared<BlockLayout>();
+    block->id = id;
+    block->units = units;
+    return block;
+}
+
+} // namespace
+
+// The list of all block layouts is kept between calls; every add, delete and newly registered
+// document still shows in the next answer, in registration and document order.
+TEST(DefDocumentManager, BlockLayoutsFollowAddsDeletesAndNewDocuments) {
+    TestUtil::TempDir dir;
+    DefDocumentManagerImpl manager;
+    auto first = boost::make_shared<DefinitionDocument>("");
+    first->addBlockLayout(blockWithId("A"));
+    first->save(dir.path() / "first.fordef");
+    manager.addDocument(first);
+    EXPECT_EQ(idsOf(manager.blockLayouts(AllUnits)), std::vector<std::string>({"A"}));
+
+    first->addBlockLayout(blockWithId("B"));
+    EXPECT_EQ(idsOf(manager.blockLayouts(AllUnits)), std::vector<std::string>({"A", "B"}));
+
+    auto second = boost::make_shared<DefinitionDocument>("");
+    second->addBlockLayout(blockWithId("C"));
+    second->save(dir.path() / "second.fordef");
+    manager.addDocument(second);
+    EXPECT_EQ(idsOf(manager.blockLayouts(AllUnits)), std::vector<std::string>({"A", "B", "C"}));
+
+    first->deleteBlockLayout("A");
+    EXPECT_EQ(idsOf(manager.blockLayouts(AllUnits)), std::vector<std::string>({"B", "C"}));
+
+    // A deleted and re-added layout of the same ID is the new object, at the end.
+    const auto replacement = blockWithId("B");
+    first->deleteBlockLayout("B");
+    first->addBlockLayout(replacement);
+    EXPECT_EQ(manager.blockLayouts(AllUnits).front().get(), replacement.get());
+
+    const auto loaded = manager.getDocument(dir.path() / "second.fordef");
+    EXPECT_EQ(loaded, second);
+}
+
+// An ID edited in place (as the block layout dialog does) shows at once: the list holds the
+// documents' own layouts, not copies.
+TEST(DefDocumentManager, BlockLayoutsShowALayoutEditedInPlace) {
+    TestUtil::TempDir dir;
+    DefDocumentManagerImpl manager;
+    auto document = boost::make_shared<DefinitionDocument>("");
+    const auto block = blockWithId("OLD");
+    document->addBlockLayout(block);
+    document->save(dir.path() / "a.fordef");
+    manager.addDocument(document);
+    EXPECT_EQ(idsOf(manager.blockLayouts(AllUnits)), std::vector<std::string>({"OLD"}));
+    block->id = "NEW";
+    EXPECT_EQ(idsOf(manager.blockLayouts(AllUnits)), std::vector<std::string>({"NEW"}));
+}
+
+// Units are edited in place too, unseen by the document: a list of some units is always fresh.
+TEST(DefDocumentManager, BlockLayoutsOfSomeUnitsFollowUnitsEditedInPlace) {
+    TestUtil::TempDir dir;
+    DefDocumentManagerImpl manager;
+    auto document = boost::make_shared<DefinitionDocument>("");
+    const auto inches = blockWithId("INCHES", Inches);
+    document->addBlockLayout(inches);
+    document->addBlockLayout(blockWithId("MM", Millimeters));
+    document->save(dir.path() / "a.fordef");
+    manager.addDocument(document);
+    EXPECT_EQ(idsOf(manager.blockLayouts(Millimeters)), std::vector<std::string>({"MM"}));
+    inches->units = Millimeters;
+    EXPECT_EQ(idsOf(manager.blockLayouts(Millimeters)), std::vector<std::string>({"INCHES", "MM"}));
+    EXPECT_EQ(idsOf(manager.blockLayouts(AllUnits)), std::vector<std::string>({"INCHES", "MM"}));
+}
