@@ -8,7 +8,6 @@
 #include "model/fordef_reader.h"
 
 #include <iostream>
-#include <iterator>
 
 using namespace QorBorder;
 
@@ -18,15 +17,24 @@ std::string inputName(const std::string& file) {
     return file == kStandardStream ? "standard input" : file;
 }
 
+std::string readStandardInput() {
+    // In pieces rather than through stream iterators, which optimised builds warn about.
+    std::string bytes;
+    char piece[65536];
+    while (std::cin.read(piece, sizeof piece) || std::cin.gcount() > 0) {
+        bytes.append(piece, static_cast<std::size_t>(std::cin.gcount()));
+    }
+    if (std::cin.bad()) {
+        throw InputError("standard input: cannot read it");
+    }
+    return bytes;
+}
+
 DocumentInput readDocumentInput(const std::string& file, SourceLines* lines, bool keepBytes) {
     DocumentInput input;
     try {
         if (file == kStandardStream) {
-            input.bytes.assign(std::istreambuf_iterator<char>(std::cin),
-                               std::istreambuf_iterator<char>());
-            if (std::cin.bad()) {
-                throw InputError("standard input: cannot read it");
-            }
+            input.bytes = readStandardInput();
             input.document =
                 FordefReader::parse(input.bytes.data(), input.bytes.size(), inputName(file), lines);
             return input;

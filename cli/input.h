@@ -16,6 +16,9 @@ constexpr const char* kStandardStream = "-";
 /// How a file argument is named in messages: "standard input" for "-".
 std::string inputName(const std::string& file);
 
+/// Everything on standard input; throws InputError when it cannot be read.
+std::string readStandardInput();
+
 /// A document read from a file argument.
 struct DocumentInput {
     boost::shared_ptr<QorBorder::DefinitionDocument> document;

@@ -1,5 +1,7 @@
 #include "po_catalog.h"
 
+#include "input.h"
+
 #include "site.h"
 
 #include "model/document_error.h"
@@ -293,12 +295,7 @@ void writePoFile(const PoCatalog& catalog, const fs::path& file) {
 
 PoCatalog readPoFile(const fs::path& file) {
     if (file == "-") {
-        std::string content((std::istreambuf_iterator<char>(std::cin)),
-                            std::istreambuf_iterator<char>());
-        if (std::cin.bad()) {
-            throw InputError("standard input: cannot read it");
-        }
-        return parsePoCatalog(std::move(content), "standard input");
+        return parsePoCatalog(readStandardInput(), "standard input");
     }
     const std::string name = file.string();
     std::string content;

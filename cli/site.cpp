@@ -115,19 +115,6 @@ std::string displayPath(const fs::path& path) {
     return relative.string();
 }
 
-bool readWholeFile(const fs::path& file, std::string& bytes) {
-    std::ifstream in(file.string(), std::ios::binary | std::ios::ate);
-    if (!in) {
-        return false;
-    }
-    const std::streamoff size = in.tellg();
-    if (size < 0 || !in.seekg(0)) {
-        return false;
-    }
-    bytes.assign(static_cast<std::size_t>(size), '\0');
-    return size == 0 || static_cast<bool>(in.read(&bytes[0], size));
-}
-
 bool sameFile(const fs::path& a, const fs::path& b) {
     boost::system::error_code ec;
     return fs::equivalent(a, b, ec) ||

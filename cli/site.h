@@ -46,11 +46,6 @@ boost::filesystem::path findAlongSearchPath(const std::string& name, const std::
 /// it, else unchanged.
 std::string displayPath(const boost::filesystem::path& path);
 
-/// Reads the whole file into `bytes`; false when it cannot be opened or read. One sized read:
-/// building a string from stream iterators makes g++ -O2 report a null dereference inside
-/// libstdc++, which the release build treats as an error.
-bool readWholeFile(const boost::filesystem::path& file, std::string& bytes);
-
 /// The same file: both exist and resolve to one, or they are equal as written.
 bool sameFile(const boost::filesystem::path& a, const boost::filesystem::path& b);
 
