@@ -232,7 +232,9 @@ TEST_F(LintCommand, AnUnreadableDocumentIsAFindingAndTheOthersAreStillChecked) {
     }
     options.format = "text";
     run(options);
-    EXPECT_EQ(m_out.str().rfind(broken.string() + ":2: error: ", 0), 0u) << m_out.str();
+    // The finding names the line where reading stopped (the lines are sorted by file name, and
+    // where the test's folders lie decides which file comes first).
+    EXPECT_NE(m_out.str().find(broken.string() + ":2: error: "), std::string::npos) << m_out.str();
 }
 
 TEST_F(LintCommand, AnUnreadableDocumentOfTheSiteIsAFinding) {
