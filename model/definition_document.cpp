@@ -13,19 +13,6 @@ namespace QorBorder {
 
 namespace {
 
-template <class T>
-std::vector<boost::shared_ptr<const T>> withUnits(const std::vector<boost::shared_ptr<T>>& list,
-                                                  FrameUnitsType units) {
-    std::vector<boost::shared_ptr<const T>> result;
-    result.reserve(list.size());
-    for (const boost::shared_ptr<T>& item : list) {
-        if (units == AllUnits || item->units == units) {
-            result.push_back(item);
-        }
-    }
-    return result;
-}
-
 template <class T, class Index>
 boost::shared_ptr<T> lookUp(const HashedKey& id, std::vector<boost::shared_ptr<T>>& list,
                             Index& index) {
@@ -53,8 +40,7 @@ DefinitionDocument::DefinitionDocument(const std::string& filename) : m_filename
 
 DefinitionDocument::DefinitionDocument(const DefinitionDocument& other)
     : modified(other.modified), m_filename(other.m_filename), m_fileState(other.m_fileState),
-      m_borderLayouts(ListUtil::deepCopy(other.m_borderLayouts)),
-      m_blockLayouts(ListUtil::deepCopy(other.m_blockLayouts)),
+      m_borderLayouts(other.m_borderLayouts), m_blockLayouts(other.m_blockLayouts),
       m_blockLocations(ListUtil::deepCopy(other.m_blockLocations)),
       m_translations(other.m_translations) {}
 
@@ -105,61 +91,51 @@ void DefinitionDocument::write(const fs::path& file, bool ownFile) {
 }
 
 void DefinitionDocument::addBorderLayout(const boost::shared_ptr<BorderLayout>& layout) {
-    m_borderLayouts.push_back(layout);
-    m_borderIndex.appended(m_borderLayouts);
+    m_borderLayouts.add(layout);
     modified = true;
 }
 
 boost::shared_ptr<BorderLayout> DefinitionDocument::getBorderLayout(const std::string& id) {
-    return lookUp(HashedKey(id), m_borderLayouts, m_borderIndex);
+    return m_borderLayouts.find(HashedKey(id));
 }
 
 boost::shared_ptr<BorderLayout> DefinitionDocument::getBorderLayout(const HashedKey& id) {
-    return lookUp(id, m_borderLayouts, m_borderIndex);
+    return m_borderLayouts.find(id);
 }
 
 void DefinitionDocument::deleteBorderLayout(const std::string& id) {
-    const long position = m_borderIndex.find(HashedKey(id), m_borderLayouts);
-    if (position >= 0) {
-        m_borderLayouts.erase(m_borderLayouts.begin() + position);
-        m_borderIndex.erased(static_cast<std::size_t>(position));
+    if (m_borderLayouts.remove(HashedKey(id))) {
         modified = true;
     }
 }
 
 std::vector<boost::shared_ptr<const BorderLayout>>
 DefinitionDocument::borderLayoutTypes(FrameUnitsType units) const {
-    return withUnits(m_borderLayouts, units);
+    return m_borderLayouts.withUnits(units);
 }
 
 void DefinitionDocument::addBlockLayout(const boost::shared_ptr<BlockLayout>& layout) {
-    m_blockLayouts.push_back(layout);
-    m_blockIndex.appended(m_blockLayouts);
-    ++m_blockListVersion;
+    m_blockLayouts.add(layout);
     modified = true;
 }
 
 boost::shared_ptr<BlockLayout> DefinitionDocument::getBlockLayout(const std::string& id) {
-    return lookUp(HashedKey(id), m_blockLayouts, m_blockIndex);
+    return m_blockLayouts.find(HashedKey(id));
 }
 
 boost::shared_ptr<BlockLayout> DefinitionDocument::getBlockLayout(const HashedKey& id) {
-    return lookUp(id, m_blockLayouts, m_blockIndex);
+    return m_blockLayouts.find(id);
 }
 
 void DefinitionDocument::deleteBlockLayout(const std::string& id) {
-    const long position = m_blockIndex.find(HashedKey(id), m_blockLayouts);
-    if (position >= 0) {
-        m_blockLayouts.erase(m_blockLayouts.begin() + position);
-        m_blockIndex.erased(static_cast<std::size_t>(position));
-        ++m_blockListVersion;
+    if (m_blockLayouts.remove(HashedKey(id))) {
         modified = true;
     }
 }
 
 std::vector<boost::shared_ptr<const BlockLayout>>
 DefinitionDocument::blockLayouts(FrameUnitsType units) const {
-    return withUnits(m_blockLayouts, units);
+    return m_blockLayouts.withUnits(units);
 }
 
 void DefinitionDocument::addBlockLocation(const boost::shared_ptr<BlockLocation>& location) {
@@ -241,8 +217,8 @@ const std::string* DefinitionDocument::findTranslation(const HashedKey& key) con
 }
 
 bool DefinitionDocument::sameContents(const DefinitionDocument& other) const {
-    return ListUtil::deepEqual(m_borderLayouts, other.m_borderLayouts) &&
-           ListUtil::deepEqual(m_blockLayouts, other.m_blockLayouts) &&
+    return ListUtil::deepEqual(m_borderLayouts.all(), other.m_borderLayouts.all()) &&
+           ListUtil::deepEqual(m_blockLayouts.all(), other.m_blockLayouts.all()) &&
            ListUtil::deepEqual(m_blockLocations, other.m_blockLocations) &&
            m_translations == other.m_translations;
 }

@@ -5,6 +5,7 @@
 #include "model/border_layout.h"
 #include "model/file_state.h"
 #include "model/frame_units_type.h"
+#include "model/layout_list.h"
 #include "model/lookup_index.h"
 
 #include <boost/filesystem/path.hpp>
@@ -71,7 +72,7 @@ public:
     std::vector<boost::shared_ptr<const BlockLayout>> blockLayouts(FrameUnitsType units) const;
     /// Changes whenever a block layout is added or deleted, so that a list of them kept
     /// elsewhere knows when to build it again.
-    std::uint64_t blockListVersion() const { return m_blockListVersion; }
+    std::uint64_t blockListVersion() const { return m_blockLayouts.version(); }
 
     /// Appends to the list of the location's block.
     void addBlockLocation(const boost::shared_ptr<BlockLocation>& location);
@@ -110,16 +111,6 @@ public:
     bool sameContents(const DefinitionDocument& other) const;
 
 private:
-    struct ById {
-        template <class T>
-        static const std::string& key(const T& object) {
-            return object.id;
-        }
-        template <class T>
-        static const std::string& groupKey(const T& object) {
-            return object.id;
-        }
-    };
     struct ByLocation {
         static std::string key(const BlockLocation& location);
         static const std::string& groupKey(const BlockLocation& location) {
@@ -133,18 +124,15 @@ private:
 
     std::string m_filename;
     FileState m_fileState; ///< of the file read or last saved, to see changes by others
-    std::vector<boost::shared_ptr<BorderLayout>> m_borderLayouts;
-    std::vector<boost::shared_ptr<BlockLayout>> m_blockLayouts;
+    LayoutList<BorderLayout> m_borderLayouts;
+    LayoutList<BlockLayout> m_blockLayouts;
     std::vector<boost::shared_ptr<BlockLocation>> m_blockLocations;
-    std::uint64_t m_blockListVersion = 0;
     TranslationMap m_translations;
     // Hash index over m_translations' keys, built on first use after a change.
     mutable std::unordered_map<HashedKey, const std::string*, HashedKeyHash> m_translationIndex;
     mutable HashFilter m_translationFilter;
     mutable bool m_translationIndexValid = false;
 
-    LookupIndex<BorderLayout, ById> m_borderIndex;
-    LookupIndex<BlockLayout, ById> m_blockIndex;
     LookupIndex<BlockLocation, ByLocation> m_locationIndex;
 };
 

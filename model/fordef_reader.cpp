@@ -806,8 +806,8 @@ boost::shared_ptr<DefinitionDocument> FordefReader::read(const fs::path& file, S
     const auto document = boost::make_shared<DefinitionDocument>(name);
     Contents contents =
         parseInPlace(&buffer[0], buffer.size(), name, pristine, lines, document.get());
-    document->m_borderLayouts = std::move(contents.borders);
-    document->m_blockLayouts = std::move(contents.blocks);
+    document->m_borderLayouts.assign(std::move(contents.borders));
+    document->m_blockLayouts.assign(std::move(contents.blocks));
     document->m_blockLocations = std::move(contents.locations);
     document->m_translations = std::move(contents.translations);
     document->m_fileState = state;
@@ -822,8 +822,8 @@ boost::shared_ptr<DefinitionDocument> FordefReader::parse(const char* data, std:
     const auto document = boost::make_shared<DefinitionDocument>(fileName);
     Contents contents =
         parseInPlace(&buffer[0], buffer.size(), fileName, pristine, lines, document.get());
-    document->m_borderLayouts = std::move(contents.borders);
-    document->m_blockLayouts = std::move(contents.blocks);
+    document->m_borderLayouts.assign(std::move(contents.borders));
+    document->m_blockLayouts.assign(std::move(contents.blocks));
     document->m_blockLocations = std::move(contents.locations);
     document->m_translations = std::move(contents.translations);
     return document;
