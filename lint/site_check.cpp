@@ -19,20 +19,6 @@ std::int64_t nanoseconds(const struct timespec& time) {
     return static_cast<std::int64_t>(time.tv_sec) * 1000000000 + time.tv_nsec;
 }
 
-// Template lookups asked once per check: every drawing size and style of the site asks, most
-// for the same few templates.
-TemplateLookup remembering(const TemplateLookup& lookup) {
-    auto known = std::make_shared<std::map<std::pair<std::string, std::string>, bool>>();
-    return [lookup, known](const std::string& name, const std::string& folder) {
-        const auto key = std::make_pair(name, folder);
-        const auto found = known->find(key);
-        if (found != known->end()) {
-            return found->second;
-        }
-        return known->emplace(key, lookup(name, folder)).first->second;
-    };
-}
-
 } // namespace
 
 bool SiteCheck::Identity::operator==(const Identity& other) const {
@@ -76,11 +62,34 @@ void SiteCheck::readChanged(const std::vector<fs::path>& files) {
     }
 }
 
+const fs::path& SiteCheck::normalised(const fs::path& file) {
+    const auto found = m_normalised.find(file);
+    if (found != m_normalised.end()) {
+        return found->second;
+    }
+    return m_normalised.emplace(file, QorBorder::normalisedPath(file)).first->second;
+}
+
+bool SiteCheck::templateFoundBefore(const std::string& name, const std::string& folder,
+                                    const TemplateLookup& lookup) {
+    const auto key = std::make_pair(name, folder);
+    if (m_templatesFound.count(key)) {
+        return true;
+    }
+    // Only what was found is kept: a template added while the configurator runs is found at the
+    // next check, and one removed is rare enough to wait for the next run.
+    if (lookup(name, folder)) {
+        m_templatesFound.insert(key);
+        return true;
+    }
+    return false;
+}
+
 std::vector<Finding> SiteCheck::check(
     const fs::path& file, const boost::shared_ptr<const QorBorder::DefinitionDocument>& saved,
     const std::vector<fs::path>& siteDocuments, const std::vector<OpenDocument>& openDocuments,
     const TemplateLookup& templateFound) {
-    const fs::path savedPath = QorBorder::normalisedPath(file);
+    const fs::path savedPath = normalised(file);
     std::map<fs::path, boost::shared_ptr<const QorBorder::DefinitionDocument>> unsaved;
     std::vector<const OpenDocument*> outsideSite;
     for (const OpenDocument& open : openDocuments) {
@@ -88,14 +97,14 @@ std::vector<Finding> SiteCheck::check(
             if (open.file.empty()) {
                 outsideSite.push_back(&open);
             } else {
-                unsaved[QorBorder::normalisedPath(open.file)] = open.document;
+                unsaved[normalised(open.file)] = open.document;
             }
         }
     }
 
     std::vector<fs::path> onDisk;
     for (const fs::path& siteFile : siteDocuments) {
-        const fs::path path = QorBorder::normalisedPath(siteFile);
+        const fs::path path = normalised(siteFile);
         if (path != savedPath && unsaved.find(path) == unsaved.end()) {
             onDisk.push_back(siteFile);
         }
@@ -106,7 +115,7 @@ std::vector<Finding> SiteCheck::check(
     std::vector<LintDocument> documents;
     std::vector<fs::path> listed;
     for (const fs::path& siteFile : siteDocuments) {
-        const fs::path path = QorBorder::normalisedPath(siteFile);
+        const fs::path path = normalised(siteFile);
         if (path == savedPath) {
             continue;
         }
@@ -128,7 +137,10 @@ std::vector<Finding> SiteCheck::check(
         documents.push_back({open->document->displayName(), open->document, {}, false});
     }
 
-    const TemplateLookup lookup = remembering(templateFound);
+    const TemplateLookup lookup = [this, &templateFound](const std::string& name,
+                                                         const std::string& folder) {
+        return templateFoundBefore(name, folder, templateFound);
+    };
     // The document as saved, without lines: most saves have no finding, and then the file
     // need not be read back.
     documents.push_back({file.string(), saved, {}, true});

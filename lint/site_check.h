@@ -7,6 +7,7 @@
 
 #include <cstdint>
 #include <map>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -21,7 +22,8 @@ struct OpenDocument {
 /// Checks a document just saved as `qorfmt lint FILE` checks it in its site: the site's other
 /// documents, in search order, resolve its references, each replaced by its open version when
 /// that has unsaved changes. The site's documents are read once and kept while their files do
-/// not change, so that a check after each save reads only what changed since.
+/// not change, so that a check after each save reads only what changed since; a template once
+/// found is not looked for again.
 class SiteCheck {
 public:
     /// The findings in the document saved to `file` (named by its path as given). A site
@@ -51,7 +53,15 @@ private:
     /// Reads the files not read yet, or changed since, as context (in parallel).
     void readChanged(const std::vector<boost::filesystem::path>& files);
 
+    /// The file's path with links and dots resolved, worked out once per file.
+    const boost::filesystem::path& normalised(const boost::filesystem::path& file);
+    /// `lookup`, asked only for a template not found before.
+    bool templateFoundBefore(const std::string& name, const std::string& folder,
+                             const TemplateLookup& lookup);
+
     std::map<boost::filesystem::path, Cached> m_cache;
+    std::map<boost::filesystem::path, boost::filesystem::path> m_normalised;
+    std::set<std::pair<std::string, std::string>> m_templatesFound;
 };
 
 } // namespace QorLint
