@@ -151,6 +151,18 @@ std::vector<std::string> entries(const fs::path& folder) {
     return names;
 }
 
+// In a child: a file system of 128 KiB mounted on `folder`, in a mount namespace of the child's
+// own; "skip: WHY" where that is not allowed, else "".
+std::string mountSmallFileSystem(const fs::path& folder) {
+    if (!ownMountNamespace()) {
+        return "skip: no mount namespace of its own: " + std::string(strerror(errno));
+    }
+    if (::mount("qorfmt-test", folder.c_str(), "tmpfs", 0, "size=128k") != 0) {
+        return "skip: cannot mount a small file system: " + std::string(strerror(errno));
+    }
+    return "";
+}
+
 } // namespace
 
 TEST(FordefWriter, SaveIntoAMissingFolderThrowsAndKeepsModified) {
@@ -225,11 +237,8 @@ TEST(FordefWriter, SaveOnAFullDiskLeavesTheOldFileWholeAndModifiedSet) {
     const fs::path file = folder / "a.fordef";
     const std::string result = inChild(
         [&]() -> std::string {
-            if (!ownMountNamespace()) {
-                return "skip: no mount namespace of its own: " + std::string(strerror(errno));
-            }
-            if (::mount("qorfmt-test", folder.c_str(), "tmpfs", 0, "size=128k") != 0) {
-                return "skip: cannot mount a small file system: " + std::string(strerror(errno));
+            if (const std::string skip = mountSmallFileSystem(folder); !skip.empty()) {
+                return skip;
             }
             ModelTest::makeSmallDocument("")->save(file);
             const auto large = boost::make_shared<DefinitionDocument>(file.string());
@@ -263,11 +272,8 @@ TEST(FordefWriter, SaveOnAReadOnlyFileSystemSaysSo) {
     const fs::path file = folder / "a.fordef";
     const std::string result = inChild(
         [&]() -> std::string {
-            if (!ownMountNamespace()) {
-                return "skip: no mount namespace of its own: " + std::string(strerror(errno));
-            }
-            if (::mount("qorfmt-test", folder.c_str(), "tmpfs", 0, "size=128k") != 0) {
-                return "skip: cannot mount a file system: " + std::string(strerror(errno));
+            if (const std::string skip = mountSmallFileSystem(folder); !skip.empty()) {
+                return skip;
             }
             ModelTest::makeSmallDocument("")->save(file);
             if (::mount(nullptr, folder.c_str(), nullptr, MS_REMOUNT | MS_RDONLY, nullptr) != 0) {
