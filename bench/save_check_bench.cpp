@@ -5,7 +5,7 @@
 // give each one's mean and their ratio; the target is a check under 20% of the save.
 #include "base/wildcard_filter.h"
 #include "kivug/search_file_list.h"
-#include "lint/site_check.h"
+#include "model/lint/site_check.h"
 #include "model/definition_document.h"
 
 #include <benchmark/benchmark.h>

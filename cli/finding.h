@@ -1,7 +1,7 @@
 #pragma once
 
-#include "lint/finding.h"
-#include "lint/lint.h"
+#include "model/lint/finding.h"
+#include "model/lint/lint.h"
 
 #include <string>
 #include <vector>

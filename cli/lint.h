@@ -3,7 +3,7 @@
 #include "finding.h"
 #include "site.h"
 
-#include "lint/lint.h"
+#include "model/lint/lint.h"
 
 #include <iosfwd>
 #include <string>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "lint/site_check.h"
+#include "model/lint/site_check.h"
 
 #include <boost/shared_ptr.hpp>
 

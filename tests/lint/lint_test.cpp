@@ -1,6 +1,6 @@
 // The checker: each rule on its passing and failing documents under tests/data/lint/, and
 // references across documents.
-#include "lint/lint.h"
+#include "model/lint/lint.h"
 
 #include "testutil/temp_dir.h"
 

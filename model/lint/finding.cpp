@@ -1,4 +1,4 @@
-#include "lint/finding.h"
+#include "model/lint/finding.h"
 
 #include <tuple>
 

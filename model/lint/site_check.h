@@ -1,6 +1,6 @@
 #pragma once
 
-#include "lint/lint.h"
+#include "model/lint/lint.h"
 
 #include <boost/filesystem/path.hpp>
 #include <boost/shared_ptr.hpp>

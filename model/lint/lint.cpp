@@ -1,4 +1,4 @@
-#include "lint/lint.h"
+#include "model/lint/lint.h"
 
 #include "model/fordef_format.h"
 #include "model/fordef_reader.h"

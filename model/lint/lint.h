@@ -1,6 +1,6 @@
 #pragma once
 
-#include "lint/finding.h"
+#include "model/lint/finding.h"
 
 #include "model/definition_document.h"
 #include "model/source_lines.h"

@@ -1,4 +1,4 @@
-#include "lint/site_check.h"
+#include "model/lint/site_check.h"
 
 #include "model/document_error.h"
 #include "model/file_state.h"
