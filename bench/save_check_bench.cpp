@@ -5,8 +5,8 @@
 // give each one's mean and their ratio; the target is a check under 20% of the save.
 #include "base/wildcard_filter.h"
 #include "kivug/search_file_list.h"
-#include "model/lint/site_check.h"
 #include "model/definition_document.h"
+#include "model/lint/site_check.h"
 
 #include <benchmark/benchmark.h>
 #include <boost/filesystem/operations.hpp>
