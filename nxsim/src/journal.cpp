@@ -70,7 +70,8 @@ enum class Arg {
 
 // One line kind of the language: its keyword ("press", or "expect value" for an expectation) and
 // its slots. The table drives the parser, its messages and the formatter; it is in the order of
-// StepKind, which is the order the messages list the kinds in.
+// StepKind, which is the order the messages list the kinds in. The builder writes lines the
+// parser reads back, so it follows the table too.
 struct LineKind {
     StepKind kind;
     const char* keyword;
@@ -114,6 +115,31 @@ const std::vector<LineKind>& lineKinds() {
 }
 
 const char* const kExpect = "expect";
+const char* const kCancelWord = "cancel";
+
+// The two words of a yes-or-no slot, as the parser reads them and the formatter writes them.
+struct FlagWords {
+    const char* yes;
+    const char* no;
+};
+
+FlagWords flagWords(Arg arg) {
+    switch (arg) {
+    case Arg::OnOff:
+        return {"on", "off"};
+    case Arg::YesNo:
+        return {"yes", "no"};
+    case Arg::ExistsMissing:
+        return {"exists", "missing"};
+    default:
+        throw std::logic_error("a journal slot without yes-or-no words");
+    }
+}
+
+std::string flagWord(Arg arg, bool flag) {
+    const FlagWords words = flagWords(arg);
+    return flag ? words.yes : words.no;
+}
 
 // The keywords of the table that begin with `prefix ` (an expectation's second word), or the
 // first words of all of them, each once: "run, dialog, ..." for an error message.
@@ -308,13 +334,13 @@ public:
         return d;
     }
 
-    bool choice(const char* yes, const char* no) {
-        std::string what = std::string(yes) + " or " + no;
+    bool choice(FlagWords words) {
+        std::string what = std::string(words.yes) + " or " + words.no;
         std::string w = word(what.c_str());
-        if (w == yes) {
+        if (w == words.yes) {
             return true;
         }
-        if (w != no) {
+        if (w != words.no) {
             fail(m_keyword + " needs " + what + ", found \"" + w + "\"");
         }
         return false;
@@ -418,13 +444,9 @@ public:
             step.text = value("a value", step.quoted);
             break;
         case Arg::OnOff:
-            step.flag = choice("on", "off");
-            break;
         case Arg::YesNo:
-            step.flag = choice("yes", "no");
-            break;
         case Arg::ExistsMissing:
-            step.flag = choice("exists", "missing");
+            step.flag = choice(flagWords(arg));
             break;
         case Arg::MessageKind:
             step.word = word("error or information");
@@ -453,7 +475,7 @@ public:
         }
         case Arg::RowOrCancel: {
             const std::string w = word("a row number or cancel");
-            step.cancel = w == "cancel";
+            step.cancel = w == kCancelWord;
             if (!step.cancel) {
                 step.number = integer(w, "a row number or cancel");
             }
@@ -461,7 +483,7 @@ public:
         }
         case Arg::PointOrCancel: {
             const std::string w = word("X Y or cancel");
-            step.cancel = w == "cancel";
+            step.cancel = w == kCancelWord;
             if (!step.cancel) {
                 step.x = real(w, "X Y or cancel");
                 step.y = real(word("Y"), "a number Y");
@@ -470,7 +492,7 @@ public:
         }
         case Arg::TagOrCancel: {
             const std::string w = word("a tag or cancel");
-            step.cancel = w == "cancel";
+            step.cancel = w == kCancelWord;
             if (!step.cancel) {
                 step.number = integer(w, "a tag or cancel");
                 if (step.number <= 0) {
@@ -613,6 +635,23 @@ std::string quoteJournalText(const std::string& text) {
 
 namespace {
 
+// ITEM, or ITEM[N] as one word: a name that needs quotes is quoted together with its entry.
+std::string itemWithEntryWord(const std::string& item, int entry) {
+    if (entry < 0) {
+        return valueWord(item, false);
+    }
+    const std::string withEntry = item + "[" + std::to_string(entry) + "]";
+    return needsQuotes(item) ? quoteJournalText(withEntry) : withEntry;
+}
+
+std::string listWords(const std::vector<std::string>& entries) {
+    std::string list;
+    for (const std::string& e : entries) {
+        list += (list.empty() ? "" : ", ") + quoteJournalText(e);
+    }
+    return "[" + list + "]";
+}
+
 std::string written(Arg arg, const JournalStep& s) {
     switch (arg) {
     case Arg::DialogName:
@@ -620,14 +659,8 @@ std::string written(Arg arg, const JournalStep& s) {
     case Arg::ItemWithoutEntry:
     case Arg::Path:
         return valueWord(s.item, false);
-    case Arg::ItemWithEntry: {
-        if (s.entry < 0) {
-            return valueWord(s.item, false);
-        }
-        // ITEM[N] is one word: a name that needs quotes is quoted together with its entry.
-        const std::string entry = "[" + std::to_string(s.entry) + "]";
-        return needsQuotes(s.item) ? quoteJournalText(s.item + entry) : s.item + entry;
-    }
+    case Arg::ItemWithEntry:
+        return itemWithEntryWord(s.item, s.entry);
     case Arg::Row:
     case Arg::Number:
         return std::to_string(s.number);
@@ -636,11 +669,9 @@ std::string written(Arg arg, const JournalStep& s) {
     case Arg::Value:
         return valueWord(s.text, s.quoted);
     case Arg::OnOff:
-        return s.flag ? "on" : "off";
     case Arg::YesNo:
-        return s.flag ? "yes" : "no";
     case Arg::ExistsMissing:
-        return s.flag ? "exists" : "missing";
+        return flagWord(arg, s.flag);
     case Arg::MessageKind:
         return s.word;
     case Arg::Title:
@@ -651,16 +682,11 @@ std::string written(Arg arg, const JournalStep& s) {
         return quoteJournalText(s.text);
     case Arg::RowOrCancel:
     case Arg::TagOrCancel:
-        return s.cancel ? "cancel" : std::to_string(s.number);
+        return s.cancel ? kCancelWord : std::to_string(s.number);
     case Arg::PointOrCancel:
-        return s.cancel ? "cancel" : formatNumber(s.x) + " " + formatNumber(s.y);
-    case Arg::List: {
-        std::string list;
-        for (const std::string& e : s.list) {
-            list += (list.empty() ? "" : ", ") + quoteJournalText(e);
-        }
-        return "[" + list + "]";
-    }
+        return s.cancel ? kCancelWord : formatNumber(s.x) + " " + formatNumber(s.y);
+    case Arg::List:
+        return listWords(s.list);
     }
     return "";
 }
@@ -691,226 +717,169 @@ void JournalWriter::comment(const std::string& text, int depth) {
 
 // ---- JournalBuilder ----
 
-JournalStep& JournalBuilder::add(StepKind kind) {
-    JournalStep step;
-    step.kind = kind;
-    step.line = static_cast<int>(m_journal.steps.size()) + 1;
-    m_journal.steps.push_back(step);
-    m_journal.lineCount = step.line;
-    return m_journal.steps.back();
+// A built step is the step its journal line gives: each function writes its words in the order
+// of its line kind's slots and the parser reads the line back. So the table alone says what a word
+// fills, and a builder call is checked as a line of a file is (a negative entry, an empty name).
+JournalBuilder& JournalBuilder::line(StepKind kind, std::initializer_list<std::string> words) {
+    std::string text = lineKind(kind).keyword;
+    for (const std::string& word : words) {
+        text += " " + word;
+    }
+    const int number = static_cast<int>(m_journal.steps.size()) + 1;
+    m_journal.steps.push_back(LineParser(m_journal.file, number).parse(text));
+    m_journal.lineCount = number;
+    return *this;
 }
 
+namespace {
+
+std::string bare(const std::string& name) {
+    return valueWord(name, false);
+}
+
+std::string number(long n) {
+    return std::to_string(n);
+}
+
+} // namespace
+
 JournalBuilder& JournalBuilder::run() {
-    add(StepKind::Run);
-    return *this;
+    return line(StepKind::Run, {});
 }
 
 JournalBuilder& JournalBuilder::dialog(const std::string& name) {
-    add(StepKind::Dialog).item = name;
-    return *this;
+    return line(StepKind::Dialog, {bare(name)});
 }
 
 JournalBuilder& JournalBuilder::press(const std::string& item) {
-    add(StepKind::Press).item = item;
-    return *this;
+    return line(StepKind::Press, {bare(item)});
 }
 
 JournalBuilder& JournalBuilder::select(const std::string& item, int row) {
-    JournalStep& s = add(StepKind::Select);
-    s.item = item;
-    s.number = row;
-    return *this;
+    return line(StepKind::Select, {bare(item), number(row)});
 }
 
 JournalBuilder& JournalBuilder::deselect(const std::string& item) {
-    add(StepKind::Deselect).item = item;
-    return *this;
+    return line(StepKind::Deselect, {bare(item)});
 }
 
 JournalBuilder& JournalBuilder::doubleClick(const std::string& item, int row) {
-    JournalStep& s = add(StepKind::DoubleClick);
-    s.item = item;
-    s.number = row;
-    return *this;
+    return line(StepKind::DoubleClick, {bare(item), number(row)});
 }
 
 JournalBuilder& JournalBuilder::choose(const std::string& item, int index) {
-    JournalStep& s = add(StepKind::Choose);
-    s.item = item;
-    s.number = index;
-    return *this;
+    return line(StepKind::Choose, {bare(item), number(index)});
 }
 
 JournalBuilder& JournalBuilder::choose(const std::string& item, const std::string& entryText) {
-    JournalStep& s = add(StepKind::Choose);
-    s.item = item;
-    s.byText = true;
-    s.text = entryText;
-    return *this;
+    return line(StepKind::Choose, {bare(item), quoteJournalText(entryText)});
 }
 
 JournalBuilder& JournalBuilder::set(const std::string& item, const std::string& value) {
-    JournalStep& s = add(StepKind::Set);
-    s.item = item;
-    s.text = value;
-    s.quoted = true;
-    return *this;
+    return line(StepKind::Set, {bare(item), quoteJournalText(value)});
 }
 
 JournalBuilder& JournalBuilder::enter(const std::string& item) {
-    add(StepKind::Enter).item = item;
-    return *this;
+    return line(StepKind::Enter, {bare(item)});
 }
 
 JournalBuilder& JournalBuilder::toggle(const std::string& item, bool on) {
-    JournalStep& s = add(StepKind::Toggle);
-    s.item = item;
-    s.flag = on;
-    return *this;
+    return line(StepKind::Toggle, {bare(item), flagWord(Arg::OnOff, on)});
 }
 
 JournalBuilder& JournalBuilder::ok() {
-    add(StepKind::Ok);
-    return *this;
+    return line(StepKind::Ok, {});
 }
 
 JournalBuilder& JournalBuilder::cancel() {
-    add(StepKind::Cancel);
-    return *this;
+    return line(StepKind::Cancel, {});
 }
 
 JournalBuilder& JournalBuilder::close() {
-    add(StepKind::Close);
-    return *this;
+    return line(StepKind::Close, {});
 }
 
 JournalBuilder& JournalBuilder::message(const std::string& kind, const std::string& title,
                                         const std::string& text) {
-    JournalStep& s = add(StepKind::Message);
-    s.word = kind;
-    s.title = title;
-    s.text = text;
-    return *this;
+    return line(StepKind::Message, {bare(kind), quoteJournalText(title), quoteJournalText(text)});
 }
 
 JournalBuilder& JournalBuilder::pick(const std::string& title, int row) {
-    JournalStep& s = add(StepKind::Pick);
-    s.title = title;
-    s.number = row;
-    return *this;
+    return line(StepKind::Pick, {quoteJournalText(title), number(row)});
 }
 
 JournalBuilder& JournalBuilder::pickCancel(const std::string& title) {
-    JournalStep& s = add(StepKind::Pick);
-    s.title = title;
-    s.cancel = true;
-    return *this;
+    return line(StepKind::Pick, {quoteJournalText(title), kCancelWord});
 }
 
 JournalBuilder& JournalBuilder::point(double x, double y) {
-    JournalStep& s = add(StepKind::Point);
-    s.x = x;
-    s.y = y;
-    return *this;
+    return line(StepKind::Point, {formatNumber(x), formatNumber(y)});
 }
 
 JournalBuilder& JournalBuilder::pointCancel() {
-    add(StepKind::Point).cancel = true;
-    return *this;
+    return line(StepKind::Point, {kCancelWord});
 }
 
 JournalBuilder& JournalBuilder::object(unsigned int tag) {
-    add(StepKind::Object).number = static_cast<long>(tag);
-    return *this;
+    return line(StepKind::Object, {number(static_cast<long>(tag))});
 }
 
 JournalBuilder& JournalBuilder::objectCancel() {
-    add(StepKind::Object).cancel = true;
-    return *this;
+    return line(StepKind::Object, {kCancelWord});
 }
 
 JournalBuilder& JournalBuilder::expectValue(const std::string& item, const std::string& value) {
-    JournalStep& s = add(StepKind::ExpectValue);
-    s.item = item;
-    s.text = value;
-    s.quoted = true;
-    return *this;
+    return line(StepKind::ExpectValue, {bare(item), quoteJournalText(value)});
 }
 
 JournalBuilder& JournalBuilder::expectIndex(const std::string& item, int index) {
-    JournalStep& s = add(StepKind::ExpectIndex);
-    s.item = item;
-    s.number = index;
-    return *this;
+    return line(StepKind::ExpectIndex, {bare(item), number(index)});
 }
 
 JournalBuilder& JournalBuilder::expectLabel(const std::string& item, const std::string& text) {
-    JournalStep& s = add(StepKind::ExpectLabel);
-    s.item = item;
-    s.text = text;
-    return *this;
+    return line(StepKind::ExpectLabel, {bare(item), quoteJournalText(text)});
 }
 
 JournalBuilder& JournalBuilder::expectItems(const std::string& item,
                                             const std::vector<std::string>& items) {
-    JournalStep& s = add(StepKind::ExpectItems);
-    s.item = item;
-    s.list = items;
-    return *this;
+    return line(StepKind::ExpectItems, {bare(item), listWords(items)});
 }
 
 JournalBuilder& JournalBuilder::expectSelected(const std::string& item, int row) {
-    JournalStep& s = add(StepKind::ExpectSelected);
-    s.item = item;
-    s.number = row;
-    return *this;
+    return line(StepKind::ExpectSelected, {bare(item), number(row)});
 }
 
 JournalBuilder& JournalBuilder::expectSensitive(const std::string& item, bool yes, int entry) {
-    JournalStep& s = add(StepKind::ExpectSensitive);
-    s.item = item;
-    s.flag = yes;
-    s.entry = entry;
-    return *this;
+    return line(StepKind::ExpectSensitive,
+                {itemWithEntryWord(item, entry), flagWord(Arg::YesNo, yes)});
 }
 
 JournalBuilder& JournalBuilder::expectVisible(const std::string& item, bool yes) {
-    JournalStep& s = add(StepKind::ExpectVisible);
-    s.item = item;
-    s.flag = yes;
-    return *this;
+    return line(StepKind::ExpectVisible, {bare(item), flagWord(Arg::YesNo, yes)});
 }
 
 JournalBuilder& JournalBuilder::expectFocus(const std::string& item) {
-    add(StepKind::ExpectFocus).item = item;
-    return *this;
+    return line(StepKind::ExpectFocus, {bare(item)});
 }
 
 JournalBuilder& JournalBuilder::expectTitle(const std::string& text) {
-    add(StepKind::ExpectTitle).text = text;
-    return *this;
+    return line(StepKind::ExpectTitle, {quoteJournalText(text)});
 }
 
 JournalBuilder& JournalBuilder::expectCue(const std::string& text) {
-    add(StepKind::ExpectCue).text = text;
-    return *this;
+    return line(StepKind::ExpectCue, {quoteJournalText(text)});
 }
 
 JournalBuilder& JournalBuilder::expectListing(const std::string& text) {
-    add(StepKind::ExpectListing).text = text;
-    return *this;
+    return line(StepKind::ExpectListing, {quoteJournalText(text)});
 }
 
 JournalBuilder& JournalBuilder::expectFile(const std::string& path, bool exists) {
-    JournalStep& s = add(StepKind::ExpectFile);
-    s.item = path;
-    s.flag = exists;
-    return *this;
+    return line(StepKind::ExpectFile, {bare(path), flagWord(Arg::ExistsMissing, exists)});
 }
 
 JournalBuilder& JournalBuilder::expectStoplight(const std::string& toggles) {
-    add(StepKind::ExpectStoplight).text = toggles;
-    return *this;
+    return line(StepKind::ExpectStoplight, {quoteJournalText(toggles)});
 }
 
 std::string JournalBuilder::text() const {

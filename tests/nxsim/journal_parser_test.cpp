@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <sstream>
 
 namespace {
@@ -155,6 +156,82 @@ TEST(JournalParser, BuilderProducesTheStepsAJournalFileGives) {
     Journal parsed = nxsim::parseJournal(b.text(), "built");
     ASSERT_EQ(parsed.steps.size(), b.journal().steps.size());
     EXPECT_EQ(b.journal().steps[2].line, 3);
+}
+
+TEST(JournalParser, BuilderStepsEqualTheParsedStepsOfTheirLinesFieldByField) {
+    nxsim::JournalBuilder b("built");
+    b.dialog("a dialog")
+        .doubleClick("L", 4)
+        .choose("U", 2)
+        .set("N", "")
+        .enter("N")
+        .toggle("T", true)
+        .pickCancel("Pick \"one\"")
+        .point(0.1, -2.5e7)
+        .pointCancel()
+        .objectCancel()
+        .expectValue("N", "tab\there")
+        .expectIndex("U", 0)
+        .expectLabel("N", "Name:")
+        .expectSelected("L", -1)
+        .expectSensitive("name with blank", true, 1)
+        .expectVisible("G", false)
+        .expectFocus("N")
+        .expectTitle("T")
+        .expectCue("Select a point")
+        .expectListing("line 1\nline 2")
+        .expectFile("/tmp/x y.fordef", false)
+        .deselect("L")
+        .cancel()
+        .close();
+    const Journal parsed = nxsim::parseJournal(b.text(), "built");
+    ASSERT_EQ(parsed.steps.size(), b.journal().steps.size());
+    for (std::size_t i = 0; i < parsed.steps.size(); ++i) {
+        const nxsim::JournalStep& built = b.journal().steps[i];
+        const nxsim::JournalStep& read = parsed.steps[i];
+        SCOPED_TRACE(nxsim::formatStep(built));
+        EXPECT_EQ(built.kind, read.kind);
+        EXPECT_EQ(built.line, read.line);
+        EXPECT_EQ(built.item, read.item);
+        EXPECT_EQ(built.entry, read.entry);
+        EXPECT_EQ(built.number, read.number);
+        EXPECT_EQ(built.byText, read.byText);
+        EXPECT_EQ(built.cancel, read.cancel);
+        EXPECT_EQ(built.flag, read.flag);
+        EXPECT_EQ(built.quoted, read.quoted);
+        EXPECT_EQ(built.x, read.x);
+        EXPECT_EQ(built.y, read.y);
+        EXPECT_EQ(built.word, read.word);
+        EXPECT_EQ(built.title, read.title);
+        EXPECT_EQ(built.text, read.text);
+        EXPECT_EQ(built.list, read.list);
+    }
+    EXPECT_EQ(b.journal().steps[14].item, "name with blank");
+    EXPECT_EQ(b.journal().steps[14].entry, 1);
+    EXPECT_EQ(b.journal().steps[7].y, -2.5e7);
+}
+
+// The builder is checked as a journal file is: a step no file could hold is refused with the
+// line it would have had.
+TEST(JournalParser, BuilderRefusesAStepAJournalLineCannotHold) {
+    const auto refusal = [](const std::function<void(nxsim::JournalBuilder&)>& build) {
+        nxsim::JournalBuilder b("built");
+        b.run();
+        try {
+            build(b);
+        } catch (const nxsim::JournalSyntaxError& e) {
+            return std::string(e.what());
+        }
+        return std::string("(accepted)");
+    };
+    EXPECT_EQ(refusal([](nxsim::JournalBuilder& b) { b.press(""); }),
+              "built:2: `press` needs an item name, found an empty text");
+    EXPECT_EQ(refusal([](nxsim::JournalBuilder& b) { b.object(0); }),
+              "built:2: `object` needs a positive tag, found \"0\"");
+    EXPECT_EQ(refusal([](nxsim::JournalBuilder& b) { b.message("warning", "T", "X"); }),
+              "built:2: `message` needs error or information, found \"warning\"");
+    EXPECT_EQ(refusal([](nxsim::JournalBuilder& b) { b.expectStoplight("1 2"); }),
+              "built:2: `expect stoplight` takes 1 and 0 only, found \"2\"");
 }
 
 struct BadLine {

@@ -2,6 +2,7 @@
 
 #include <boost/filesystem/path.hpp>
 
+#include <initializer_list>
 #include <iosfwd>
 #include <stdexcept>
 #include <string>
@@ -164,7 +165,8 @@ public:
     std::string text() const;
 
 private:
-    JournalStep& add(StepKind kind);
+    // Appends the step of the line KIND WORDS..., read by the journal's own parser.
+    JournalBuilder& line(StepKind kind, std::initializer_list<std::string> words);
     Journal m_journal;
 };
 
