@@ -37,9 +37,9 @@ constexpr int kNonTabularTemplate = 1;
 
 } // namespace
 
-BlockLayoutDialog::BlockLayoutDialog(boost::shared_ptr<QorBorder::BlockLayout> layout,
+BlockLayoutDialog::BlockLayoutDialog(const boost::shared_ptr<QorBorder::BlockLayout>& layout,
                                      bool existingLayout)
-    : NXDialogBase(Names::kResourceFile, Names::kDialogName), m_layout(std::move(layout)),
+    : NXDialogBase(Names::kResourceFile, Names::kDialogName), m_layout(layout),
       m_existingLayout(existingLayout),
       m_styleEditor({[this](int row) { return m_layout->getStyle(row); },
                      [this](const auto& style) { return showStyleDialog(style); },

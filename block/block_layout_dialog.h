@@ -40,7 +40,7 @@ class BlockLayoutDialog : public KivNX::UI::NXDialogBase {
 public:
     /// `existingLayout` is true when the layout already belongs to a document; only a layout that
     /// is not (a new one or a copy) has its ID checked against every open document on OK.
-    BlockLayoutDialog(boost::shared_ptr<QorBorder::BlockLayout> layout, bool existingLayout);
+    BlockLayoutDialog(const boost::shared_ptr<QorBorder::BlockLayout>& layout, bool existingLayout);
 
 private:
     using StyleList = std::vector<boost::shared_ptr<const QorBorder::BlockStyle>>;

@@ -60,12 +60,12 @@ constexpr TypeRule kTypeRules[kLastType + 1] = {
 
 } // namespace
 
-FieldDialog::FieldDialog(boost::shared_ptr<QorBorder::Field> field)
-    : FieldDialog(std::move(field), std::vector<std::string>()) {}
+FieldDialog::FieldDialog(const boost::shared_ptr<QorBorder::Field>& field)
+    : FieldDialog(field, std::vector<std::string>()) {}
 
-FieldDialog::FieldDialog(boost::shared_ptr<QorBorder::Field> field,
+FieldDialog::FieldDialog(const boost::shared_ptr<QorBorder::Field>& field,
                          const std::vector<std::string>& secondLanguageFieldIds)
-    : NXDialogBase(Names::kResourceFile, Names::kDialogName), m_field(std::move(field)),
+    : NXDialogBase(Names::kResourceFile, Names::kDialogName), m_field(field),
       m_secondLanguageItems(secondLanguageFieldIds) {
     assert(m_field);
     m_secondLanguageItems.push_back(Names::kNoSecondLanguageField);

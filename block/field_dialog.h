@@ -35,9 +35,9 @@ namespace QorBorderConf {
 class FieldDialog : public KivNX::UI::NXDialogBase {
 public:
     /// For a field of a row type: the second-language menu offers "None" only.
-    explicit FieldDialog(boost::shared_ptr<QorBorder::Field> field);
+    explicit FieldDialog(const boost::shared_ptr<QorBorder::Field>& field);
     /// For a field of a block layout: the menu offers `secondLanguageFieldIds`, then "None".
-    FieldDialog(boost::shared_ptr<QorBorder::Field> field,
+    FieldDialog(const boost::shared_ptr<QorBorder::Field>& field,
                 const std::vector<std::string>& secondLanguageFieldIds);
 
 private:

@@ -30,10 +30,10 @@ constexpr std::int32_t kTextChoiceField = 1;
 
 } // namespace
 
-RowTypeDialog::RowTypeDialog(boost::shared_ptr<QorBorder::RowType> rowType,
-                             boost::shared_ptr<QorBorder::BlockLayout> blockLayout)
-    : NXDialogBase(Names::kResourceFile, Names::kDialogName), m_rowType(std::move(rowType)),
-      m_blockLayout(std::move(blockLayout)), m_zoneFieldId(m_rowType->zoneFieldId),
+RowTypeDialog::RowTypeDialog(const boost::shared_ptr<QorBorder::RowType>& rowType,
+                             const boost::shared_ptr<QorBorder::BlockLayout>& blockLayout)
+    : NXDialogBase(Names::kResourceFile, Names::kDialogName), m_rowType(rowType),
+      m_blockLayout(blockLayout), m_zoneFieldId(m_rowType->zoneFieldId),
       m_typeManagerFieldId(m_rowType->typeManagerFieldId), m_keyFieldId(m_rowType->keyFieldId) {}
 
 void RowTypeDialog::initializeDialog() {

@@ -32,8 +32,8 @@ class RowTypeDialog : public KivNX::UI::NXDialogBase {
 public:
     /// `rowType` is edited in place; `blockLayout` owns its table and supplies the styles that
     /// the row type's field operations keep in step.
-    RowTypeDialog(boost::shared_ptr<QorBorder::RowType> rowType,
-                  boost::shared_ptr<QorBorder::BlockLayout> blockLayout);
+    RowTypeDialog(const boost::shared_ptr<QorBorder::RowType>& rowType,
+                  const boost::shared_ptr<QorBorder::BlockLayout>& blockLayout);
 
 private:
     void initializeDialog() override;

@@ -25,9 +25,9 @@ constexpr int kIdSymbol = 0;
 
 } // namespace
 
-SymbolTypeDialog::SymbolTypeDialog(boost::shared_ptr<QorBorder::SymbolType> symbolType,
+SymbolTypeDialog::SymbolTypeDialog(const boost::shared_ptr<QorBorder::SymbolType>& symbolType,
                                    const std::vector<std::string>& fieldIds)
-    : NXDialogBase(Names::kResourceFile, Names::kDialogName), m_symbolType(std::move(symbolType)),
+    : NXDialogBase(Names::kResourceFile, Names::kDialogName), m_symbolType(symbolType),
       m_fieldIds(fieldIds) {}
 
 void SymbolTypeDialog::initializeDialog() {

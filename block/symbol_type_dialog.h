@@ -27,7 +27,7 @@ namespace QorBorderConf {
 class SymbolTypeDialog : public KivNX::UI::NXDialogBase {
 public:
     /// `fieldIds` are the field IDs that may be put on the symbol's lines.
-    SymbolTypeDialog(boost::shared_ptr<QorBorder::SymbolType> symbolType,
+    SymbolTypeDialog(const boost::shared_ptr<QorBorder::SymbolType>& symbolType,
                      const std::vector<std::string>& fieldIds);
 
 private:
