@@ -61,31 +61,29 @@ void SymbolTypeDialog::initializeDialog() {
         bind.onActivate(*line->toAdd, &Self::onSelectionActivated, OpensDialog::No);
     }
 
-    m_line1.add = bind.control<PushButton>(Names::ADD_LINE1FIELD);
-    bind.onActivate(*m_line1.add, &Self::onAddLine1FieldActivated, OpensDialog::No);
-    bind.update(*m_line1.add, &Self::updateAddLine1FieldSensitivity);
-    m_line1.moveUp = bind.control<PushButton>(Names::MOVEUP_LINE1FIELD);
-    bind.onActivate(*m_line1.moveUp, &Self::onMoveUpLine1FieldActivated, OpensDialog::No);
-    bind.update(*m_line1.moveUp, &Self::updateMoveUpLine1FieldSensitivity);
-    m_line1.moveDown = bind.control<PushButton>(Names::MOVEDOWN_LINE1FIELD);
-    bind.onActivate(*m_line1.moveDown, &Self::onMoveDownLine1FieldActivated, OpensDialog::No);
-    bind.update(*m_line1.moveDown, &Self::updateMoveDownLine1FieldSensitivity);
-    m_line1.remove = bind.control<PushButton>(Names::DELETE_LINE1FIELD);
-    bind.onActivate(*m_line1.remove, &Self::onDeleteLine1FieldActivated, OpensDialog::No);
-    bind.update(*m_line1.remove, &Self::updateDeleteLine1FieldSensitivity);
+    bindLineButtons<&Self::m_line1>(bind, {Names::ADD_LINE1FIELD, Names::MOVEUP_LINE1FIELD,
+                                           Names::MOVEDOWN_LINE1FIELD, Names::DELETE_LINE1FIELD});
+    bindLineButtons<&Self::m_line2>(bind, {Names::ADD_LINE2FIELD, Names::MOVEUP_LINE2FIELD,
+                                           Names::MOVEDOWN_LINE2FIELD, Names::DELETE_LINE2FIELD});
+}
 
-    m_line2.add = bind.control<PushButton>(Names::ADD_LINE2FIELD);
-    bind.onActivate(*m_line2.add, &Self::onAddLine2FieldActivated, OpensDialog::No);
-    bind.update(*m_line2.add, &Self::updateAddLine2FieldSensitivity);
-    m_line2.moveUp = bind.control<PushButton>(Names::MOVEUP_LINE2FIELD);
-    bind.onActivate(*m_line2.moveUp, &Self::onMoveUpLine2FieldActivated, OpensDialog::No);
-    bind.update(*m_line2.moveUp, &Self::updateMoveUpLine2FieldSensitivity);
-    m_line2.moveDown = bind.control<PushButton>(Names::MOVEDOWN_LINE2FIELD);
-    bind.onActivate(*m_line2.moveDown, &Self::onMoveDownLine2FieldActivated, OpensDialog::No);
-    bind.update(*m_line2.moveDown, &Self::updateMoveDownLine2FieldSensitivity);
-    m_line2.remove = bind.control<PushButton>(Names::DELETE_LINE2FIELD);
-    bind.onActivate(*m_line2.remove, &Self::onDeleteLine2FieldActivated, OpensDialog::No);
-    bind.update(*m_line2.remove, &Self::updateDeleteLine2FieldSensitivity);
+template <SymbolTypeDialog::Line line>
+void SymbolTypeDialog::bindLineButtons(KivNX::UI::DialogBinder<SymbolTypeDialog>& bind,
+                                       const LineButtonNames& names) {
+    using Self = SymbolTypeDialog;
+    LineControls& controls = this->*line;
+    controls.add = bind.control<PushButton>(names.add);
+    bind.onActivate(*controls.add, &Self::onAddFieldActivated<line>, OpensDialog::No);
+    bind.update(*controls.add, &Self::updateAddFieldSensitivity<line>);
+    controls.moveUp = bind.control<PushButton>(names.moveUp);
+    bind.onActivate(*controls.moveUp, &Self::onMoveUpFieldActivated<line>, OpensDialog::No);
+    bind.update(*controls.moveUp, &Self::updateMoveUpFieldSensitivity<line>);
+    controls.moveDown = bind.control<PushButton>(names.moveDown);
+    bind.onActivate(*controls.moveDown, &Self::onMoveDownFieldActivated<line>, OpensDialog::No);
+    bind.update(*controls.moveDown, &Self::updateMoveDownFieldSensitivity<line>);
+    controls.remove = bind.control<PushButton>(names.remove);
+    bind.onActivate(*controls.remove, &Self::onDeleteFieldActivated<line>, OpensDialog::No);
+    bind.update(*controls.remove, &Self::updateDeleteFieldSensitivity<line>);
 }
 
 DialogState SymbolTypeDialog::onConstruct(StylerEvent* /*event*/) {
@@ -143,78 +141,50 @@ DialogState SymbolTypeDialog::onSelectionActivated(StylerEvent* /*event*/) {
     return DialogStateContinueDialog;
 }
 
-DialogState SymbolTypeDialog::onAddLine1FieldActivated(StylerEvent* /*event*/) {
-    addField(m_line1);
+template <SymbolTypeDialog::Line line>
+DialogState SymbolTypeDialog::onAddFieldActivated(StylerEvent* /*event*/) {
+    addField(this->*line);
     return DialogStateContinueDialog;
 }
 
-DialogState SymbolTypeDialog::onMoveUpLine1FieldActivated(StylerEvent* /*event*/) {
-    moveField(m_line1, -1);
+template <SymbolTypeDialog::Line line>
+DialogState SymbolTypeDialog::onMoveUpFieldActivated(StylerEvent* /*event*/) {
+    moveField(this->*line, -1);
     return DialogStateContinueDialog;
 }
 
-DialogState SymbolTypeDialog::onMoveDownLine1FieldActivated(StylerEvent* /*event*/) {
-    moveField(m_line1, 1);
+template <SymbolTypeDialog::Line line>
+DialogState SymbolTypeDialog::onMoveDownFieldActivated(StylerEvent* /*event*/) {
+    moveField(this->*line, 1);
     return DialogStateContinueDialog;
 }
 
-DialogState SymbolTypeDialog::onDeleteLine1FieldActivated(StylerEvent* /*event*/) {
-    deleteField(m_line1);
+template <SymbolTypeDialog::Line line>
+DialogState SymbolTypeDialog::onDeleteFieldActivated(StylerEvent* /*event*/) {
+    deleteField(this->*line);
     return DialogStateContinueDialog;
 }
 
-DialogState SymbolTypeDialog::onAddLine2FieldActivated(StylerEvent* /*event*/) {
-    addField(m_line2);
-    return DialogStateContinueDialog;
-}
-
-DialogState SymbolTypeDialog::onMoveUpLine2FieldActivated(StylerEvent* /*event*/) {
-    moveField(m_line2, -1);
-    return DialogStateContinueDialog;
-}
-
-DialogState SymbolTypeDialog::onMoveDownLine2FieldActivated(StylerEvent* /*event*/) {
-    moveField(m_line2, 1);
-    return DialogStateContinueDialog;
-}
-
-DialogState SymbolTypeDialog::onDeleteLine2FieldActivated(StylerEvent* /*event*/) {
-    deleteField(m_line2);
-    return DialogStateContinueDialog;
-}
-
-void SymbolTypeDialog::updateAddLine1FieldSensitivity(StylerItem* item) {
-    KivNX::UI::setSensitivity(item, canAdd(m_line1));
+template <SymbolTypeDialog::Line line>
+void SymbolTypeDialog::updateAddFieldSensitivity(StylerItem* item) {
+    KivNX::UI::setSensitivity(item, canAdd(this->*line));
 }
 
 // The move-up rule reads the selection of the menu of addable fields, not of the list: that is
 // the rule the dialog has always had, kept as it is.
-void SymbolTypeDialog::updateMoveUpLine1FieldSensitivity(StylerItem* item) {
-    KivNX::UI::setSensitivity(item, m_line1.toAdd->ItemValue() >= 1);
+template <SymbolTypeDialog::Line line>
+void SymbolTypeDialog::updateMoveUpFieldSensitivity(StylerItem* item) {
+    KivNX::UI::setSensitivity(item, (this->*line).toAdd->ItemValue() >= 1);
 }
 
-void SymbolTypeDialog::updateMoveDownLine1FieldSensitivity(StylerItem* item) {
-    KivNX::UI::setSensitivity(item, canMoveDown(m_line1));
+template <SymbolTypeDialog::Line line>
+void SymbolTypeDialog::updateMoveDownFieldSensitivity(StylerItem* item) {
+    KivNX::UI::setSensitivity(item, canMoveDown(this->*line));
 }
 
-void SymbolTypeDialog::updateDeleteLine1FieldSensitivity(StylerItem* item) {
-    KivNX::UI::setSensitivity(item, m_line1.list->HasSelection());
-}
-
-void SymbolTypeDialog::updateAddLine2FieldSensitivity(StylerItem* item) {
-    KivNX::UI::setSensitivity(item, canAdd(m_line2));
-}
-
-void SymbolTypeDialog::updateMoveUpLine2FieldSensitivity(StylerItem* item) {
-    KivNX::UI::setSensitivity(item, m_line2.toAdd->ItemValue() >= 1);
-}
-
-void SymbolTypeDialog::updateMoveDownLine2FieldSensitivity(StylerItem* item) {
-    KivNX::UI::setSensitivity(item, canMoveDown(m_line2));
-}
-
-void SymbolTypeDialog::updateDeleteLine2FieldSensitivity(StylerItem* item) {
-    KivNX::UI::setSensitivity(item, m_line2.list->HasSelection());
+template <SymbolTypeDialog::Line line>
+void SymbolTypeDialog::updateDeleteFieldSensitivity(StylerItem* item) {
+    KivNX::UI::setSensitivity(item, (this->*line).list->HasSelection());
 }
 
 void SymbolTypeDialog::applyType() {

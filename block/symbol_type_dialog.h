@@ -13,6 +13,8 @@ class SymbolType;
 
 namespace KivNX {
 namespace UI {
+template <class Controller>
+class DialogBinder;
 class OptionMenu;
 class SingleSelectList;
 class StringItem;
@@ -49,23 +51,36 @@ private:
     /// Does nothing: a new selection of a line list or add menu passes through the framework,
     /// which then brings the buttons' sensitivity up to date.
     DialogState onSelectionActivated(StylerEvent* event);
-    DialogState onAddLine1FieldActivated(StylerEvent* event);
-    DialogState onMoveUpLine1FieldActivated(StylerEvent* event);
-    DialogState onMoveDownLine1FieldActivated(StylerEvent* event);
-    DialogState onDeleteLine1FieldActivated(StylerEvent* event);
-    DialogState onAddLine2FieldActivated(StylerEvent* event);
-    DialogState onMoveUpLine2FieldActivated(StylerEvent* event);
-    DialogState onMoveDownLine2FieldActivated(StylerEvent* event);
-    DialogState onDeleteLine2FieldActivated(StylerEvent* event);
+    /// A line's controls as a member, so that one handler serves either line's button.
+    using Line = LineControls SymbolTypeDialog::*;
+    /// The names of a line's four buttons in the resource file.
+    struct LineButtonNames {
+        const char* add;
+        const char* moveUp;
+        const char* moveDown;
+        const char* remove;
+    };
+    template <Line line>
+    void bindLineButtons(KivNX::UI::DialogBinder<SymbolTypeDialog>& bind,
+                         const LineButtonNames& names);
 
-    void updateAddLine1FieldSensitivity(StylerItem* item);
-    void updateMoveUpLine1FieldSensitivity(StylerItem* item);
-    void updateMoveDownLine1FieldSensitivity(StylerItem* item);
-    void updateDeleteLine1FieldSensitivity(StylerItem* item);
-    void updateAddLine2FieldSensitivity(StylerItem* item);
-    void updateMoveUpLine2FieldSensitivity(StylerItem* item);
-    void updateMoveDownLine2FieldSensitivity(StylerItem* item);
-    void updateDeleteLine2FieldSensitivity(StylerItem* item);
+    template <Line line>
+    DialogState onAddFieldActivated(StylerEvent* event);
+    template <Line line>
+    DialogState onMoveUpFieldActivated(StylerEvent* event);
+    template <Line line>
+    DialogState onMoveDownFieldActivated(StylerEvent* event);
+    template <Line line>
+    DialogState onDeleteFieldActivated(StylerEvent* event);
+
+    template <Line line>
+    void updateAddFieldSensitivity(StylerItem* item);
+    template <Line line>
+    void updateMoveUpFieldSensitivity(StylerItem* item);
+    template <Line line>
+    void updateMoveDownFieldSensitivity(StylerItem* item);
+    template <Line line>
+    void updateDeleteFieldSensitivity(StylerItem* item);
 
     void applyType();
     /// The offered field IDs not yet on the line, sorted; "None" when none is left.
