@@ -345,15 +345,27 @@ std::string readItem(pugi::xml_node node, const char* attribute) {
     return value;
 }
 
-boost::shared_ptr<Field> readField(pugi::xml_node node, const LineRecorder& lines) {
-    const auto field = boost::make_shared<Field>();
-    lines.object(node, field.get());
+// The start of reading an element that is an object of the model: the object, the line it
+// stands on and its attributes. Returns the object; `first` is the element's first child.
+template <class T>
+boost::shared_ptr<T> readObject(pugi::xml_node node, const LineRecorder& lines,
+                                const std::vector<Attribute<T>>& attributes,
+                                pugi::xml_node& first) {
+    const auto object = boost::make_shared<T>();
+    lines.object(node, object.get());
     Bindings bindings;
-    bindings.add(*field, fieldAttributes());
+    bindings.add(*object, attributes);
+    first = bindings.read(node);
+    return object;
+}
+
+boost::shared_ptr<Field> readField(pugi::xml_node node, const LineRecorder& lines) {
+    pugi::xml_node first;
+    const auto field = readObject<Field>(node, lines, fieldAttributes(), first);
     static const Sequence::Rule rules[] = {{"choice", false, true}};
     Sequence children = sequence(node, rules);
     std::vector<Choice> choices;
-    for (pugi::xml_node child = bindings.read(node); child; child = child.next_sibling()) {
+    for (pugi::xml_node child = first; child; child = child.next_sibling()) {
         if (children.next(child) == 0) {
             lines.entry(child, field.get(), choices.size());
             choices.emplace_back();
@@ -365,14 +377,12 @@ boost::shared_ptr<Field> readField(pugi::xml_node node, const LineRecorder& line
 }
 
 boost::shared_ptr<BlockStyle> readStyle(pugi::xml_node node, const LineRecorder& lines) {
-    const auto style = boost::make_shared<BlockStyle>();
-    lines.object(node, style.get());
-    Bindings bindings;
-    bindings.add(*style, styleAttributes());
+    pugi::xml_node first;
+    const auto style = readObject<BlockStyle>(node, lines, styleAttributes(), first);
     static const Sequence::Rule rules[] = {{"placement", false, true},
                                            {"tableColumn", false, true}};
     Sequence children = sequence(node, rules);
-    for (pugi::xml_node child = bindings.read(node); child; child = child.next_sibling()) {
+    for (pugi::xml_node child = first; child; child = child.next_sibling()) {
         switch (children.next(child)) {
         case 0: {
             std::string field;
@@ -414,15 +424,13 @@ boost::shared_ptr<BlockStyle> readStyle(pugi::xml_node node, const LineRecorder&
 }
 
 boost::shared_ptr<RowType> readRowType(pugi::xml_node node, const LineRecorder& lines) {
-    const auto rowType = boost::make_shared<RowType>();
-    lines.object(node, rowType.get());
-    Bindings bindings;
-    bindings.add(*rowType, rowTypeAttributes());
+    pugi::xml_node first;
+    const auto rowType = readObject<RowType>(node, lines, rowTypeAttributes(), first);
     static const Sequence::Rule rules[] = {
         {"field", false, true}, {"dialogField", false, true}, {"typeManagerChoice", false, true}};
     Sequence children = sequence(node, rules);
     std::vector<std::string> dialogFields;
-    for (pugi::xml_node child = bindings.read(node); child; child = child.next_sibling()) {
+    for (pugi::xml_node child = first; child; child = child.next_sibling()) {
         switch (children.next(child)) {
         case 0:
             rowType->appendField(readField(child, lines));
@@ -455,14 +463,12 @@ boost::shared_ptr<RowType> readRowType(pugi::xml_node node, const LineRecorder& 
 }
 
 boost::shared_ptr<SymbolType> readSymbolType(pugi::xml_node node, const LineRecorder& lines) {
-    const auto symbol = boost::make_shared<SymbolType>();
-    lines.object(node, symbol.get());
-    Bindings bindings;
-    bindings.add(*symbol, symbolTypeAttributes());
+    pugi::xml_node first;
+    const auto symbol = readObject<SymbolType>(node, lines, symbolTypeAttributes(), first);
     static const Sequence::Rule rules[] = {{"line1Field", false, true},
                                            {"line2Field", false, true}};
     Sequence children = sequence(node, rules);
-    for (pugi::xml_node child = bindings.read(node); child; child = child.next_sibling()) {
+    for (pugi::xml_node child = first; child; child = child.next_sibling()) {
         switch (children.next(child)) {
         case 0:
             lines.entry(child, symbol.get(), symbol->line1FieldIds.size());
@@ -480,16 +486,14 @@ boost::shared_ptr<SymbolType> readSymbolType(pugi::xml_node node, const LineReco
 }
 
 boost::shared_ptr<BlockLayout> readBlock(pugi::xml_node node, const LineRecorder& lines) {
-    const auto block = boost::make_shared<BlockLayout>();
-    lines.object(node, block.get());
-    Bindings bindings;
-    bindings.add(*block, blockAttributes());
+    pugi::xml_node first;
+    const auto block = readObject<BlockLayout>(node, lines, blockAttributes(), first);
     static const Sequence::Rule rules[] = {{"field", false, true},
                                            {"style", false, true},
                                            {"table", true, false},
                                            {"symbolType", false, true}};
     Sequence children = sequence(node, rules);
-    for (pugi::xml_node child = bindings.read(node); child; child = child.next_sibling()) {
+    for (pugi::xml_node child = first; child; child = child.next_sibling()) {
         switch (children.next(child)) {
         case 0:
             block->addField(readField(child, lines));
@@ -522,16 +526,14 @@ boost::shared_ptr<BlockLayout> readBlock(pugi::xml_node node, const LineRecorder
 }
 
 boost::shared_ptr<BorderLayout> readBorder(pugi::xml_node node, const LineRecorder& lines) {
-    const auto border = boost::make_shared<BorderLayout>();
-    lines.object(node, border.get());
-    Bindings bindings;
-    bindings.add(*border, borderAttributes());
+    pugi::xml_node first;
+    const auto border = readObject<BorderLayout>(node, lines, borderAttributes(), first);
     static const Sequence::Rule rules[] = {
         {"bottomLeft", true, false},        {"topRight", true, false},
         {"coreRequiredBlock", false, true}, {"sheet1RequiredBlock", false, true},
         {"secondLanguage", false, true},    {"drawingSize", false, true}};
     Sequence children = sequence(node, rules);
-    for (pugi::xml_node child = bindings.read(node); child; child = child.next_sibling()) {
+    for (pugi::xml_node child = first; child; child = child.next_sibling()) {
         switch (children.next(child)) {
         case 0:
             lines.entry(child, border.get(), "");
