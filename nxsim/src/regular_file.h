@@ -1,5 +1,8 @@
 #pragma once
 
+// The stand-in's own reader of regular files, beside the product's one in support/base: the
+// stand-in plays NX, which has nothing of the product, so it may not link the product's libraries.
+
 #include <boost/filesystem/path.hpp>
 
 #include <cstdint>
