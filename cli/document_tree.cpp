@@ -2,6 +2,7 @@
 
 #include "input.h"
 #include "site.h"
+#include "text_diff.h"
 
 #include "model/document_error.h"
 #include "model/fordef_format.h"
@@ -273,6 +274,7 @@ DocumentTree readDocumentTree(const std::string& file, const std::string& name) 
     tree.root = parseTree(FordefWriter::toXml(*input.document), nullptr, tree.file);
     const LineTable lines(input.bytes.data(), input.bytes.size());
     takeLines(tree.root, parseTree(input.bytes, &lines, tree.file));
+    tree.firstComment = firstCommentLine(input.bytes);
     return tree;
 }
 

@@ -34,6 +34,7 @@ struct TreeNode {
 struct DocumentTree {
     std::string file; ///< as named in messages
     TreeNode root;
+    int firstComment = 0; ///< the line of the file's first XML comment, 0 when it has none
 };
 
 /// Reads `file` through the model (so it must be a valid document) and returns its canonical

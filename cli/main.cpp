@@ -236,6 +236,10 @@ int main(int argc, char** argv) {
         ->add_option("--name", merge.name,
                      "OURS' name in the conflict messages (git's %P; default: OURS)")
         ->type_name("PATH");
+    mergeCommand->add_flag("--drop-comments", merge.dropComments,
+                           "merge even though OURS or THEIRS holds XML comments, which are lost "
+                           "(without it such a merge is refused, naming the line of the first "
+                           "comment, and nothing is written)");
     mergeCommand->callback([&] {
         exitCode = guarded("merge", [&] { return runMerge(merge, std::cout, std::cerr); });
     });

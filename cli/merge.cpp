@@ -289,6 +289,16 @@ int runMerge(const MergeOptions& options, std::ostream& out, std::ostream& err) 
         const DocumentTree base = readDocumentTree(options.base);
         const DocumentTree ours = readDocumentTree(options.ours, oursName);
         const DocumentTree theirs = readDocumentTree(options.theirs);
+        // The result is canonical and keeps no comments: a comment of either side would be lost
+        // without a word, so the merge stops and git leaves the file conflicted, as it was.
+        for (const DocumentTree* side : {&ours, &theirs}) {
+            if (side->firstComment != 0 && !options.dropComments) {
+                throw InputError(side->file + ":" + std::to_string(side->firstComment) +
+                                 ": holds an XML comment, which the merged document would not "
+                                 "keep; nothing was written (--drop-comments merges without "
+                                 "comments)");
+            }
+        }
         result = mergeTrees(base.root, ours.root, theirs.root);
         merged = canonicalXml(result.root, oursName);
     } catch (const InputError& e) {

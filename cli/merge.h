@@ -43,11 +43,14 @@ struct MergeOptions {
     /// standard input; "-" is standard output.
     std::string output;
     std::string name; ///< OURS' name in messages (git's %P); "" for OURS itself
+    /// Merge even though OURS or THEIRS holds XML comments, which the canonical result drops.
+    bool dropComments = false;
 };
 
 /// The merge command: writes the merged document in canonical form and lists each conflict on
 /// `err` as "OURS:LINE: conflict: ...". Returns 0 when clean, 1 on conflicts, 2 when a document
-/// cannot be read or the result cannot be written (then nothing is written).
+/// cannot be read, OURS or THEIRS holds an XML comment (unless `dropComments`), or the result
+/// cannot be written (then nothing is written).
 int runMerge(const MergeOptions& options, std::ostream& out, std::ostream& err);
 
 } // namespace QorfmtCli

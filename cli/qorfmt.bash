@@ -65,7 +65,7 @@ _qorfmt() {
     lint) options="--site --configuration --search-path --format -o --output --max-warnings" ;;
     fmt) options="--check --diff --drop-comments" ;;
     diff) options="--format --git" ;;
-    merge) options="-o --output --name" ;;
+    merge) options="-o --output --name --drop-comments" ;;
     render) options="--border --size --all --list -o --output --format --dpi" ;;
     translations)
         if [[ -z $sub ]]; then

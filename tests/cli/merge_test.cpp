@@ -237,6 +237,33 @@ TEST_F(Merge, UnreadableInputIsExitTwoAndWritesNothing) {
     EXPECT_EQ(TestUtil::readFile(options.ours), base);
 }
 
+TEST_F(Merge, ACommentOfEitherSideIsNotDroppedWithoutAWord) {
+    const std::string base = TestUtil::readFile(kBlocks);
+    const std::string commented =
+        apply(base, {insertLineBefore("      <!-- tooling asked for this -->", "\"TOOL\"")});
+    ASSERT_NE(commented.find("<!--"), std::string::npos);
+    for (const bool oursHasIt : {true, false}) {
+        SCOPED_TRACE(oursHasIt ? "ours" : "theirs");
+        MergeOptions options;
+        options.base = m_dir.write("base.fordef", base).string();
+        const std::string ours = oursHasIt ? commented : base;
+        options.ours = m_dir.write("ours.fordef", ours).string();
+        options.theirs = m_dir.write("theirs.fordef", oursHasIt ? base : commented).string();
+        options.name = "format_defs/iso7200_blocks.fordef";
+        EXPECT_EQ(run(options), 2);
+        const std::string side = oursHasIt ? options.name : options.theirs;
+        EXPECT_EQ(m_err.str(), "qorfmt merge: " + side +
+                                   ":8: holds an XML comment, which the merged document would "
+                                   "not keep; nothing was written (--drop-comments merges "
+                                   "without comments)\n");
+        EXPECT_EQ(TestUtil::readFile(options.ours), ours);
+
+        options.dropComments = true;
+        EXPECT_EQ(run(options), 0) << m_err.str();
+        EXPECT_EQ(TestUtil::readFile(options.ours), canonical(base));
+    }
+}
+
 TEST(MergeOrder, RowsMovedOrAddedByTheirsFollowTheirPredecessor) {
     EXPECT_EQ(mergeOrder({"a", "b", "c"}, {"c", "a", "b"}, {"a", "c", "b"}, {"a", "b", "c"}),
               (std::vector<std::string>{"c", "a", "b"}));
