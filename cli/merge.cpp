@@ -11,6 +11,7 @@
 #include <map>
 #include <ostream>
 #include <set>
+#include <utility>
 
 namespace QorfmtCli {
 
@@ -291,10 +292,14 @@ int runMerge(const MergeOptions& options, std::ostream& out, std::ostream& err) 
         const DocumentTree theirs = readDocumentTree(options.theirs);
         // The result is canonical and keeps no comments: a comment of either side would be lost
         // without a word, so the merge stops and git leaves the file conflicted, as it was.
-        for (const DocumentTree* side : {&ours, &theirs}) {
+        // Git names THEIRS by a temporary file: the message says whose version it is.
+        const std::pair<const DocumentTree*, std::string> sides[] = {
+            {&ours, "our version"}, {&theirs, "their version of " + oursName}};
+        for (const auto& [side, whose] : sides) {
             if (side->firstComment != 0 && !options.dropComments) {
-                throw InputError(side->file + ":" + std::to_string(side->firstComment) +
-                                 ": holds an XML comment, which the merged document would not "
+                throw InputError(side->file + ":" + std::to_string(side->firstComment) + ": " +
+                                 whose +
+                                 " holds an XML comment, which the merged document would not "
                                  "keep; nothing was written (--drop-comments merges without "
                                  "comments)");
             }

@@ -251,9 +251,11 @@ TEST_F(Merge, ACommentOfEitherSideIsNotDroppedWithoutAWord) {
         options.theirs = m_dir.write("theirs.fordef", oursHasIt ? base : commented).string();
         options.name = "format_defs/iso7200_blocks.fordef";
         EXPECT_EQ(run(options), 2);
-        const std::string side = oursHasIt ? options.name : options.theirs;
+        const std::string side = oursHasIt
+                                     ? options.name + ":8: our version"
+                                     : options.theirs + ":8: their version of " + options.name;
         EXPECT_EQ(m_err.str(), "qorfmt merge: " + side +
-                                   ":8: holds an XML comment, which the merged document would "
+                                   " holds an XML comment, which the merged document would "
                                    "not keep; nothing was written (--drop-comments merges "
                                    "without comments)\n");
         EXPECT_EQ(TestUtil::readFile(options.ours), ours);
