@@ -84,8 +84,10 @@ class Reader {
 public:
     Reader(const std::string& text, const fs::path& file) : m_lines(text), m_file(file) {}
 
+    // Escaped, so that a control character of the file cannot rewrite the terminal it is shown on.
     [[noreturn]] void fail(int line, const std::string& reason) const {
-        throw DlgError(m_file.string() + ":" + std::to_string(line) + ": " + reason);
+        throw DlgError(
+            detail::visibleText(m_file.string() + ":" + std::to_string(line) + ": " + reason));
     }
 
     int lineOf(const pugi::xml_node& node) const { return m_lines.line(node.offset_debug()); }

@@ -94,6 +94,16 @@ struct Malformed {
     const char* error;
 };
 
+TEST(DlgReader, ControlCharactersOfTheFileAreShownEscapedInItsErrors) {
+    try {
+        nxsim::parseDialogLayout(
+            "<dialog format=\"1\"><integer name=\"N\" value=\"\x1b[2J\"/></dialog>", "bad\n.dlg");
+        FAIL() << "no error";
+    } catch (const DlgError& e) {
+        EXPECT_EQ(std::string(e.what()), "bad\\n.dlg:1: value \"\\x1B[2J\" is not an integer");
+    }
+}
+
 class DlgReaderMalformed : public ::testing::TestWithParam<Malformed> {};
 
 TEST_P(DlgReaderMalformed, GivesFileLineAndReason) {
