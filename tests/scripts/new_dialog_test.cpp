@@ -274,6 +274,18 @@ TEST_F(NewDialog, RowTheResourceTableAlreadyHasIsRefusedAndNothingIsWritten) {
                   "resource_files_test.cpp already has a row or an include for RevisionNoteDialog");
 }
 
+TEST_F(NewDialog, DialogOfTheSameClassInAnotherFolderIsRefused) {
+    expectRefused({"TextChoiceDialog", "border"},
+                  "already has a row or an include for TextChoiceDialog");
+}
+
+TEST_F(NewDialog, LibraryListOfAnotherShapeIsRefusedAndNothingIsWritten) {
+    root.write("block/CMakeLists.txt", "add_library(qorblockconf STATIC text_choice_dialog.cpp)\n");
+    expectRefused(
+        {"RevisionNoteDialog", "block"},
+        "block/CMakeLists.txt: no add_library(qorblockconf ...) with one source file a line");
+}
+
 TEST_F(NewDialog, AliasNameTheResourceTableAlreadyUsesIsRefused) {
     expectRefused({"ItemKindDialog", "block"}, "already uses the name ItemKind");
 }
