@@ -222,8 +222,11 @@ TEST_F(NewDialog, NameThatIsNotUpperCamelCaseEndingInDialogIsRefusedAndNothingIs
     }
 }
 
-TEST_F(NewDialog, NameWhoseVariableIsACppKeywordIsRefused) {
+TEST_F(NewDialog, NameWhoseVariableIsACppKeywordOrANameOfTheDialogsCodeIsRefused) {
     expectRefused({"NewDialog", "block"}, "gives the variable name 'new'");
+    // The test's fixture has a show() and its parameter `lines`: a member of that name would not
+    // compile.
+    expectRefused({"ShowDialog", "block"}, "gives the variable name 'show'");
 }
 
 TEST_F(NewDialog, UnknownFolderIsRefusedAndNothingIsWritten) {
