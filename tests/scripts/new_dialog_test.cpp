@@ -167,7 +167,7 @@ TEST_F(NewDialog, TitleIsTheWordsOfTheClassNameUnlessGiven) {
               std::string::npos);
 }
 
-TEST_F(NewDialog, BlockDialogGoesIntoTheBlockLibraryAndBlockTestsAndItsCommentAndTheTable) {
+TEST_F(NewDialog, BlockDialogGoesIntoTheBlockLibraryAndBlockTestsAndTheTable) {
     ASSERT_EQ(newDialog(root.path(), {"RevisionNoteDialog", "block"}).status, 0);
     const std::string library = read("block/CMakeLists.txt");
     EXPECT_TRUE(
@@ -177,7 +177,6 @@ TEST_F(NewDialog, BlockDialogGoesIntoTheBlockLibraryAndBlockTestsAndItsCommentAn
     EXPECT_TRUE(
         contains(sourcesOf(tests, "qorfmt_add_test(block_tests"), "revision_note_dialog_test.cpp"))
         << tests;
-    EXPECT_NE(tests.find("symbol type and revision note dialogs"), std::string::npos) << tests;
     const std::string table = read("tests/workspace/resource_files_test.cpp");
     EXPECT_NE(table.find("#include \"block/revision_note_dialog.h\"\n"
                          "#include \"block/revision_note_dialog_names.h\"\n"),
@@ -186,6 +185,43 @@ TEST_F(NewDialog, BlockDialogGoesIntoTheBlockLibraryAndBlockTestsAndItsCommentAn
               std::string::npos);
     EXPECT_NE(table.find("{\"RevisionNoteDialog\",\n         RevisionNote::kResourceFile,"),
               std::string::npos);
+}
+
+TEST_F(NewDialog, CommentListingTheTestProgramsDialogsNamesTheNewOneWithinTheLineLimit) {
+    root.write(
+        "tests/block/CMakeLists.txt",
+        "# The block layout, field, text choice, block style, row type and symbol type dialogs "
+        "shown on\n"
+        "# their own, end to end.\n"
+        "qorfmt_add_test(block_tests\n"
+        "    SOURCES\n"
+        "        field_dialog_test.cpp\n"
+        "    LIBRARIES qorblockconf)\n");
+    ASSERT_EQ(newDialog(root.path(), {"RevisionNoteDialog", "block"}).status, 0);
+    EXPECT_EQ(read("tests/block/CMakeLists.txt"),
+              "# The block layout, field, text choice, block style, row type, symbol type and "
+              "revision note dialogs\n"
+              "# shown on their own, end to end.\n"
+              "qorfmt_add_test(block_tests\n"
+              "    SOURCES\n"
+              "        field_dialog_test.cpp\n"
+              "        revision_note_dialog_test.cpp\n"
+              "    LIBRARIES qorblockconf)\n");
+}
+
+TEST_F(NewDialog, CommentOfAnotherShapeIsLeftAsItIs) {
+    root.write("tests/border/CMakeLists.txt", "# The border dialogs, end to end.\n"
+                                              "qorfmt_add_test(border_tests\n"
+                                              "    SOURCES\n"
+                                              "        border_site.cpp\n"
+                                              "    LIBRARIES qorborderconf)\n");
+    ASSERT_EQ(newDialog(root.path(), {"SheetNoteDialog", "border"}).status, 0);
+    EXPECT_EQ(read("tests/border/CMakeLists.txt"), "# The border dialogs, end to end.\n"
+                                                   "qorfmt_add_test(border_tests\n"
+                                                   "    SOURCES\n"
+                                                   "        border_site.cpp\n"
+                                                   "        sheet_note_dialog_test.cpp\n"
+                                                   "    LIBRARIES qorborderconf)\n");
 }
 
 TEST_F(NewDialog, BorderDialogGoesIntoTheBorderLibraryAndBorderTests) {
