@@ -56,7 +56,7 @@ MainWindow::MainWindow(const HostOptions& options, LibraryCache& libraries,
             [this](const QString& text) { statusBar()->showMessage(text, 8000); });
     connect(m_graphics, &GraphicsView::hovered, m_position, &QLabel::setText);
     connect(m_presenter, &QtPresenter::requestEnded, this, [this] {
-        m_endedCue = nxsim::cueLine();
+        m_endedCue = nxsim::cueLineSets();
         refreshPlatform();
     });
 
@@ -146,13 +146,12 @@ void MainWindow::refreshPlatform() {
             QString::fromStdString(continued ? listing.substr(m_shownListing.size()) : listing));
         m_shownListing = listing;
     }
-    // As in the CAD system, the prompt of a pick or a list goes when the request ends; a new
-    // prompt of the program shows again.
-    const std::string platformCue = nxsim::cueLine();
-    if (m_endedCue && *m_endedCue != platformCue) {
+    // As in the CAD system, the prompt of a pick or a list goes when the request ends; a prompt
+    // the program sets afterwards shows, also one of the same text.
+    if (m_endedCue && *m_endedCue != nxsim::cueLineSets()) {
         m_endedCue.reset();
     }
-    const QString cue = QString::fromStdString(m_endedCue ? std::string() : platformCue);
+    const QString cue = QString::fromStdString(m_endedCue ? std::string() : nxsim::cueLine());
     if (m_cue->text() != cue) {
         m_cue->setText(cue);
     }

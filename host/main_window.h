@@ -6,6 +6,7 @@
 
 #include <QMainWindow>
 
+#include <cstdint>
 #include <optional>
 #include <string>
 
@@ -93,7 +94,8 @@ private:
     QTimer* m_poll;
     std::string m_shownListing;
     /// The prompt of a request that ended: not shown until the program sets another one.
-    std::optional<std::string> m_endedCue;
+    /// The count of prompts set when the last pick or list ended, while its prompt stands.
+    std::optional<std::uint64_t> m_endedCue;
     bool m_running = false;
     bool m_ranUserFunction = false;
     bool m_confirmQuit = true;

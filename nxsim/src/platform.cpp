@@ -197,6 +197,10 @@ std::string cueLine() {
     return state().cue;
 }
 
+std::uint64_t cueLineSets() {
+    return state().cueSets;
+}
+
 std::vector<int> stoplightToggles() {
     return state().toggles;
 }

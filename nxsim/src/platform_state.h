@@ -33,6 +33,7 @@ struct PlatformState {
     std::string listing;
     bool listingOpen = false;
     std::string cue;
+    std::uint64_t cueSets = 0;
     std::vector<int> toggles;
     std::vector<std::string> calls;
     int initializeDepth = 0;

@@ -122,6 +122,7 @@ int UF_UI_set_prompt(char* text) {
         return ErrorCode::InvalidArgument;
     }
     state().cue = text;
+    ++state().cueSets;
     return 0;
 }
 
@@ -212,6 +213,7 @@ int uc1616(char* cue, int mode[2], int display, double point[3]) {
         return 8;
     }
     state().cue = cue ? cue : "";
+    ++state().cueSets;
     nxsim::PointAnswer answer = presenter->indicatePoint(state().cue);
     switch (answer.status) {
     case nxsim::PointAnswer::Back:

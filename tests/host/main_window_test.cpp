@@ -467,6 +467,26 @@ TEST_F(MainWindowTest, ThePromptOfAPickLeavesTheCueLineWhenThePickEndsANewPrompt
     EXPECT_EQ(cueAfterSave, "Saving");
 }
 
+TEST_F(MainWindowTest, APromptSetAgainWithTheSameTextAfterAPickShowsAgain) {
+    QorfmtHost::MainWindow window(options, libraries, nullptr, nullptr);
+    window.show();
+    QStringList cues;
+    window.presenter().onDialogShown = [&](DialogWindow& w) {
+        QTimer::singleShot(0, &w, [&, pw = &w] {
+            qobject_cast<QPushButton*>(pw->control("SAVE"))->click();
+            cues << window.cueLine().text();
+            answerNextModal(1);
+            qobject_cast<QPushButton*>(pw->control("PICK"))->click();
+            cues << window.cueLine().text();
+            qobject_cast<QPushButton*>(pw->control("SAVE"))->click();
+            cues << window.cueLine().text();
+            pw->navigationButton(3)->click();
+        });
+    };
+    ASSERT_TRUE(window.runLibrary(options.library, true));
+    EXPECT_EQ(cues, (QStringList{"Saving", "", "Saving"}));
+}
+
 #ifdef HOST_TEST_CONFIGURATOR
 // The configurator's own Save As, as a user meets it: the name typed at once lands in the name
 // field, not in the folder menu before it (whose first letters once switched the folder).

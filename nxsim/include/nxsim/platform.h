@@ -5,6 +5,7 @@
 
 #include <boost/filesystem/path.hpp>
 
+#include <cstdint>
 #include <functional>
 #include <string>
 #include <vector>
@@ -48,6 +49,9 @@ std::string listingText();
 bool listingOpen();
 /// The cue line (the last prompt set).
 std::string cueLine();
+/// How many prompts were set since the platform started, so that a host can tell a prompt set
+/// again with the same text from one left standing.
+std::uint64_t cueLineSets();
 /// Every busy-indicator toggle (1 on, 0 off) since the last takeStoplightToggles().
 std::vector<int> stoplightToggles();
 std::vector<int> takeStoplightToggles();
