@@ -181,9 +181,9 @@ TEST_F(NewDialog, BlockDialogGoesIntoTheBlockLibraryAndBlockTestsAndTheTable) {
     EXPECT_NE(table.find("#include \"block/revision_note_dialog.h\"\n"
                          "#include \"block/revision_note_dialog_names.h\"\n"),
               std::string::npos);
-    EXPECT_NE(table.find("namespace RevisionNote = QorBorderConf::RevisionNoteDialogNames;"),
+    EXPECT_NE(table.find("namespace RevisionNoteNames = QorBorderConf::RevisionNoteDialogNames;"),
               std::string::npos);
-    EXPECT_NE(table.find("{\"RevisionNoteDialog\",\n         RevisionNote::kResourceFile,"),
+    EXPECT_NE(table.find("{\"RevisionNoteDialog\",\n         RevisionNoteNames::kResourceFile,"),
               std::string::npos);
 }
 
@@ -326,7 +326,10 @@ TEST_F(NewDialog, LibraryListOfAnotherShapeIsRefusedAndNothingIsWritten) {
 }
 
 TEST_F(NewDialog, AliasNameTheResourceTableAlreadyUsesIsRefused) {
-    expectRefused({"ItemKindDialog", "block"}, "already uses the name ItemKind");
+    root.write("tests/workspace/resource_files_test.cpp",
+               "namespace AuditNames = Elsewhere;\n" +
+                   read("tests/workspace/resource_files_test.cpp"));
+    expectRefused({"AuditDialog", "block"}, "already uses the name AuditNames");
 }
 
 TEST_F(NewDialog, DialogNameAnotherResourceFileUsesIsRefused) {
