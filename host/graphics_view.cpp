@@ -10,10 +10,15 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <utility>
 
 namespace QorfmtHost {
 
 namespace {
+
+// The yellow bar of a pick's prompt along the bottom. The drawing keeps clear of it always, so
+// that a sheet's lower corners stay pickable and the picture does not move when a pick begins.
+constexpr double kPromptBarHeight = 28.0;
 
 double distanceToSegment(const QPointF& p, const QPointF& a, const QPointF& b) {
     const QPointF ab = b - a;
@@ -59,15 +64,74 @@ void GraphicsView::refresh() {
     }
 }
 
+namespace {
+
+// Where the segments a-b and c-d cross, if they do (touching ends included); parallel segments
+// have no such point.
+std::optional<QPointF> crossing(const QPointF& a, const QPointF& b, const QPointF& c,
+                                const QPointF& d) {
+    const QPointF r = b - a;
+    const QPointF s = d - c;
+    const double denominator = r.x() * s.y() - r.y() * s.x();
+    const double scale = std::hypot(r.x(), r.y()) * std::hypot(s.x(), s.y());
+    if (scale == 0.0 || std::abs(denominator) <= 1e-12 * scale) {
+        return std::nullopt;
+    }
+    const QPointF q = c - a;
+    const double t = (q.x() * s.y() - q.y() * s.x()) / denominator;
+    const double u = (q.x() * r.y() - q.y() * r.x()) / denominator;
+    const double slack = 1e-12;
+    if (t < -slack || t > 1.0 + slack || u < -slack || u > 1.0 + slack) {
+        return std::nullopt;
+    }
+    return a + t * r;
+}
+
+std::vector<GraphicsView::SnapPoint> snapPointsOf(const nxsim::SimPart& part) {
+    using SnapPoint = GraphicsView::SnapPoint;
+    std::vector<SnapPoint> points;
+    std::vector<std::pair<QPointF, QPointF>> lines;
+    for (const nxsim::SimObject& o : part.objects) {
+        const QPointF start(o.start[0], o.start[1]);
+        if (o.type == nxsim::SimObject::Line) {
+            const QPointF end(o.end[0], o.end[1]);
+            points.push_back({start, SnapPoint::EndPoint});
+            points.push_back({end, SnapPoint::EndPoint});
+            lines.emplace_back(start, end);
+        } else {
+            points.push_back({start, SnapPoint::Point});
+        }
+    }
+    for (std::size_t i = 0; i < lines.size(); ++i) {
+        for (std::size_t j = i + 1; j < lines.size(); ++j) {
+            if (const auto at =
+                    crossing(lines[i].first, lines[i].second, lines[j].first, lines[j].second)) {
+                points.push_back({*at, SnapPoint::Intersection});
+            }
+        }
+    }
+    for (const auto& [start, end] : lines) {
+        points.push_back({(start + end) / 2.0, SnapPoint::MidPoint});
+    }
+    std::stable_sort(points.begin(), points.end(),
+                     [](const SnapPoint& a, const SnapPoint& b) { return a.kind < b.kind; });
+    return points;
+}
+
+} // namespace
+
 void GraphicsView::showPart(const std::string& file) {
     m_file = file;
     m_part.reset();
+    m_snapPoints.clear();
+    m_snap.reset();
     m_error.clear();
     m_marker.reset();
     m_highlighted.clear();
     if (!file.empty()) {
         try {
             m_part = nxsim::readPartFile(file);
+            m_snapPoints = snapPointsOf(*m_part);
         } catch (const std::exception& e) {
             m_error = QString::fromStdString(e.what());
         }
@@ -147,7 +211,7 @@ GraphicsView::Transform GraphicsView::transform() const {
     const QRectF bounds = partBounds();
     const double margin = 24.0;
     const double w = std::max(1.0, width() - 2 * margin);
-    const double h = std::max(1.0, height() - 2 * margin);
+    const double h = std::max(1.0, height() - 2 * margin - kPromptBarHeight);
     Transform t;
     t.scale = std::min(w / bounds.width(), h / bounds.height());
     t.offsetX = margin + (w - bounds.width() * t.scale) / 2.0 - bounds.left() * t.scale;
@@ -184,37 +248,57 @@ const nxsim::SimObject* GraphicsView::objectNear(const QPointF& screen, double t
     return best;
 }
 
-std::optional<QPointF> GraphicsView::snapPointNear(const QPointF& screen, double tolerance) const {
-    std::optional<QPointF> best;
-    if (!m_part) {
-        return best;
-    }
+std::optional<GraphicsView::SnapPoint> GraphicsView::snapNear(const QPointF& screen,
+                                                              double tolerance) const {
+    std::optional<SnapPoint> best;
     double bestDistance = tolerance;
-    auto consider = [&](double x, double y) {
-        const QPointF s = toScreen(x, y);
+    for (const SnapPoint& point : m_snapPoints) {
+        const QPointF s = toScreen(point.at.x(), point.at.y());
         const double d = std::hypot(screen.x() - s.x(), screen.y() - s.y());
-        if (d <= bestDistance) {
+        // Strictly nearer only: of two that coincide, the kind listed first stays.
+        if (d < bestDistance || (!best && d <= bestDistance)) {
             bestDistance = d;
-            best = QPointF(x, y);
-        }
-    };
-    for (const nxsim::SimObject& o : m_part->objects) {
-        consider(o.start[0], o.start[1]);
-        if (o.type == nxsim::SimObject::Line) {
-            consider(o.end[0], o.end[1]);
+            best = point;
         }
     }
     return best;
 }
 
+std::optional<QPointF> GraphicsView::snapPointNear(const QPointF& screen, double tolerance) const {
+    const std::optional<SnapPoint> point = snapNear(screen, tolerance);
+    return point ? std::optional<QPointF>(point->at) : std::nullopt;
+}
+
+std::optional<QPointF> GraphicsView::snapTarget() const {
+    return m_snap ? std::optional<QPointF>(m_snap->at) : std::nullopt;
+}
+
+QString GraphicsView::snapKindText(SnapPoint::Kind kind) {
+    switch (kind) {
+    case SnapPoint::Point:
+        return tr("point");
+    case SnapPoint::EndPoint:
+        return tr("end point");
+    case SnapPoint::Intersection:
+        return tr("intersection");
+    case SnapPoint::MidPoint:
+        return tr("mid-point");
+    }
+    return {};
+}
+
 void GraphicsView::track(const QPointF& screen, Qt::KeyboardModifiers modifiers) {
     m_cursor = screen;
-    const std::optional<QPointF> snap =
-        m_mode == PickMode::Point && !(modifiers & Qt::ShiftModifier) ? snapPointNear(screen)
+    const std::optional<SnapPoint> snap =
+        m_mode == PickMode::Point && !(modifiers & Qt::ShiftModifier) ? snapNear(screen)
                                                                       : std::nullopt;
     const nxsim::SimObject* near = objectNear(screen);
     const unsigned int hover = m_mode == PickMode::Object && near ? near->tag : 0;
-    if (snap != m_snap || hover != m_hoverTag) {
+    const auto samePoint = [](const std::optional<SnapPoint>& a,
+                              const std::optional<SnapPoint>& b) {
+        return a.has_value() == b.has_value() && (!a || (a->at == b->at && a->kind == b->kind));
+    };
+    if (!samePoint(snap, m_snap) || hover != m_hoverTag) {
         m_snap = snap;
         m_hoverTag = hover;
         update();
@@ -222,9 +306,10 @@ void GraphicsView::track(const QPointF& screen, Qt::KeyboardModifiers modifiers)
     QString text;
     if (m_snap) {
         // The exact coordinates that a click takes, as many digits as they have.
-        text = tr("Snap X %1  Y %2")
-                   .arg(QString::number(m_snap->x(), 'g', 12))
-                   .arg(QString::number(m_snap->y(), 'g', 12));
+        text = tr("Snap X %1  Y %2 (%3)")
+                   .arg(QString::number(m_snap->at.x(), 'g', 12))
+                   .arg(QString::number(m_snap->at.y(), 'g', 12))
+                   .arg(snapKindText(m_snap->kind));
     } else {
         const QPointF p = toPart(screen);
         text = tr("X %1  Y %2").arg(p.x(), 0, 'f', 2).arg(p.y(), 0, 'f', 2);
@@ -278,16 +363,33 @@ void GraphicsView::paintEvent(QPaintEvent* /*event*/) {
             painter.drawEllipse(m, 5.0, 5.0);
         }
         if (m_snap) {
+            // The marks of CAD systems: a square on a point or an end, a cross where lines
+            // cross, a triangle on a middle.
             painter.setPen(QPen(QColor(0, 150, 60), 2.0));
-            const QPointF m = toScreen(m_snap->x(), m_snap->y());
-            painter.drawRect(QRectF(m - QPointF(6, 6), m + QPointF(6, 6)));
+            const QPointF m = toScreen(m_snap->at.x(), m_snap->at.y());
+            switch (m_snap->kind) {
+            case SnapPoint::Point:
+            case SnapPoint::EndPoint:
+                painter.drawRect(QRectF(m - QPointF(6, 6), m + QPointF(6, 6)));
+                break;
+            case SnapPoint::Intersection:
+                painter.drawLine(m + QPointF(-6, -6), m + QPointF(6, 6));
+                painter.drawLine(m + QPointF(-6, 6), m + QPointF(6, -6));
+                break;
+            case SnapPoint::MidPoint: {
+                const QPointF triangle[] = {m + QPointF(0, -7), m + QPointF(6, 5),
+                                            m + QPointF(-6, 5)};
+                painter.drawPolygon(triangle, 3);
+                break;
+            }
+            }
         }
         painter.setPen(Qt::white);
         painter.drawText(QRectF(8, 4, width() - 16, 20), Qt::AlignLeft,
                          QString::fromStdString(m_file));
     }
     if (m_mode != PickMode::None) {
-        const QRectF banner(0, height() - 28, width(), 28);
+        const QRectF banner(0, height() - kPromptBarHeight, width(), kPromptBarHeight);
         painter.fillRect(banner, QColor(255, 244, 180));
         painter.setPen(Qt::black);
         painter.drawText(banner.adjusted(8, 0, -8, 0), Qt::AlignVCenter,

@@ -44,11 +44,21 @@ public:
     QPointF toPart(const QPointF& screen) const;
     /// The object drawn within `tolerance` pixels of `screen`, null when none.
     const nxsim::SimObject* objectNear(const QPointF& screen, double tolerance = 8.0) const;
-    /// The point of the part (a point object or a line's end) nearest to `screen` within
-    /// `tolerance` pixels, in part coordinates: what a position pick snaps to.
+    /// A point a position pick may snap to, in part coordinates, and what it is. Where two
+    /// coincide, the kind listed first is the one shown.
+    struct SnapPoint {
+        enum Kind { Point, EndPoint, Intersection, MidPoint };
+        QPointF at;
+        Kind kind = Point;
+    };
+    /// The snap point of the part (a point object, a line's end, where two lines cross, a line's
+    /// middle) nearest to `screen` within `tolerance` pixels: what a position pick snaps to.
+    std::optional<SnapPoint> snapNear(const QPointF& screen, double tolerance = 8.0) const;
     std::optional<QPointF> snapPointNear(const QPointF& screen, double tolerance = 8.0) const;
     /// What a position pick shows as its snap target now, in part coordinates.
-    const std::optional<QPointF>& snapTarget() const { return m_snap; }
+    std::optional<QPointF> snapTarget() const;
+    /// The words for a kind of snap point, as the status bar shows them ("end point").
+    static QString snapKindText(SnapPoint::Kind kind);
     /// The object an object selection would take now (highlighted), 0 for none.
     unsigned int hoveredObject() const { return m_hoverTag; }
 
@@ -86,7 +96,8 @@ private:
     PickMode m_mode = PickMode::None;
     QString m_prompt;
     std::optional<QPointF> m_marker;
-    std::optional<QPointF> m_snap;
+    std::vector<SnapPoint> m_snapPoints; ///< of the shown part, in the order of their kinds
+    std::optional<SnapPoint> m_snap;
     unsigned int m_hoverTag = 0;
     std::optional<QPointF> m_cursor;         ///< last cursor position, screen
     std::vector<unsigned int> m_highlighted; ///< as last drawn

@@ -54,6 +54,15 @@ TEST_F(GraphicsViewTest, TheSheetOfTheDisplayPartFillsTheWindow) {
     EXPECT_NEAR(back.y(), 45.0, 1e-9);
 }
 
+TEST_F(GraphicsViewTest, TheSheetsLowerCornersStayClearOfThePromptBarOfAPick) {
+    const QPointF before = view->toScreen(0.0, 0.0);
+    view->beginPick(GraphicsView::PickMode::Point, "Select corner point");
+    // The bar is 28 pixels high along the bottom; the corner and its snap mark stay above it.
+    EXPECT_LT(view->toScreen(0.0, 0.0).y() + 6.0, view->height() - 28.0);
+    EXPECT_LT(view->toScreen(420.0, 0.0).y() + 6.0, view->height() - 28.0);
+    EXPECT_EQ(view->toScreen(0.0, 0.0), before) << "the picture moved when the pick began";
+}
+
 TEST_F(GraphicsViewTest, AClickInPointModeAnswersThePointInPartCoordinates) {
     QSignalSpy picked(view, &GraphicsView::pointPicked);
     view->beginPick(GraphicsView::PickMode::Point, "Select corner point");
@@ -145,6 +154,69 @@ TEST_F(GraphicsViewTest, FarFromEveryPointAPickIsNotSnapped) {
     hover(view, view->toScreen(200.0, 150.0).toPoint());
     EXPECT_FALSE(view->snapTarget().has_value());
     EXPECT_FALSE(view->snapPointNear(view->toScreen(10.0, 10.0) + QPointF(20.0, 0.0)));
+}
+
+// Lines 21 and 22 cross at (80, 40); line 21's middle is (100, 50); line 24 ends at (300, 100)
+// on line 23, whose middle that is too.
+class GraphicsViewSnapTest : public GraphicsViewTest {
+protected:
+    void SetUp() override {
+        GraphicsViewTest::SetUp();
+        view->showPart((kNxsimData / "parts" / "crossing_lines.prt").string());
+        view->beginPick(GraphicsView::PickMode::Point, "Select corner point");
+    }
+    // The snap point a little beside the part point (x, y), and the status bar's text there.
+    std::optional<GraphicsView::SnapPoint> snapBeside(double x, double y, QString* status) {
+        QSignalSpy hovered(view, &GraphicsView::hovered);
+        hover(view, (view->toScreen(x, y) + QPointF(2.0, -3.0)).toPoint());
+        if (status && !hovered.isEmpty()) {
+            *status = hovered.back()[0].toString();
+        }
+        return view->snapNear(view->toScreen(x, y) + QPointF(2.0, -3.0));
+    }
+};
+
+TEST_F(GraphicsViewSnapTest, APositionPickSnapsToWhereTwoLinesCross) {
+    QString status;
+    const auto snap = snapBeside(80.0, 40.0, &status);
+    ASSERT_TRUE(snap.has_value());
+    EXPECT_EQ(snap->kind, GraphicsView::SnapPoint::Intersection);
+    EXPECT_NEAR(snap->at.x(), 80.0, 1e-9);
+    EXPECT_NEAR(snap->at.y(), 40.0, 1e-9);
+    EXPECT_TRUE(status.startsWith("Snap X 80  Y 40 (intersection)")) << status.toStdString();
+    QSignalSpy picked(view, &GraphicsView::pointPicked);
+    QTest::mouseClick(view, Qt::LeftButton, Qt::NoModifier,
+                      (view->toScreen(80.0, 40.0) + QPointF(2.0, -3.0)).toPoint());
+    ASSERT_EQ(picked.count(), 1);
+    EXPECT_NEAR(picked.front()[0].toDouble(), 80.0, 1e-9);
+    EXPECT_NEAR(picked.front()[1].toDouble(), 40.0, 1e-9);
+}
+
+TEST_F(GraphicsViewSnapTest, APositionPickSnapsToTheMiddleOfALine) {
+    QString status;
+    const auto snap = snapBeside(100.0, 50.0, &status);
+    ASSERT_TRUE(snap.has_value());
+    EXPECT_EQ(snap->kind, GraphicsView::SnapPoint::MidPoint);
+    EXPECT_EQ(snap->at, QPointF(100.0, 50.0));
+    EXPECT_TRUE(status.startsWith("Snap X 100  Y 50 (mid-point)")) << status.toStdString();
+}
+
+TEST_F(GraphicsViewSnapTest, WhereAnEndMeetsACrossingAndAMiddleTheEndPointIsShown) {
+    QString status;
+    const auto snap = snapBeside(300.0, 100.0, &status);
+    ASSERT_TRUE(snap.has_value());
+    EXPECT_EQ(snap->kind, GraphicsView::SnapPoint::EndPoint);
+    EXPECT_EQ(snap->at, QPointF(300.0, 100.0));
+    EXPECT_TRUE(status.startsWith("Snap X 300  Y 100 (end point)")) << status.toStdString();
+}
+
+TEST_F(GraphicsViewSnapTest, LinesThatDoNotReachEachOtherHaveNoCrossing) {
+    // Lines 22 and 24 would cross if they were longer: at (50, 100) line 22 has its middle, not
+    // a crossing; and far from every snap point nothing is snapped.
+    const auto middle = snapBeside(50.0, 100.0, nullptr);
+    ASSERT_TRUE(middle.has_value());
+    EXPECT_EQ(middle->kind, GraphicsView::SnapPoint::MidPoint);
+    EXPECT_FALSE(snapBeside(200.0, 160.0, nullptr).has_value());
 }
 
 TEST_F(GraphicsViewTest, AnObjectSelectionHighlightsTheObjectUnderTheCursorBeforeTheClick) {
