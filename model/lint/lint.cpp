@@ -69,84 +69,38 @@ std::string formatNumber(double value) {
     return text.str();
 }
 
-// Where an object is defined: its document and the line of its element.
-struct Definition {
-    std::size_t document;
-    int line;
-};
-
-class Linter {
+// The rules within one document. Checking a document gives its findings and, in its facts,
+// what the rules across documents still have to resolve: the blocks it requires, the templates
+// and blocks it names.
+class DocumentRules {
 public:
-    Linter(const std::vector<LintDocument>& documents, const TemplateLookup& templateFound)
-        : m_documents(documents), m_templateFound(templateFound) {
-        for (std::size_t d = 0; d < documents.size(); ++d) {
-            const LintDocument& doc = documents[d];
-            for (const auto& border : doc.document->borderLayoutTypes(AllUnits)) {
-                m_borders[border->id].push_back({d, doc.lines.of(border.get())});
-            }
-            for (const auto& block : doc.document->blockLayouts(AllUnits)) {
-                m_blocks[block->id].push_back({d, doc.lines.of(block.get())});
-                m_blockObjects.emplace(block->id, block);
-            }
-            for (const auto& location : doc.document->allBlockLocations()) {
-                m_locations[{location->blockId, location->id}].push_back(
-                    {d, doc.lines.of(location.get())});
-            }
-        }
-    }
+    DocumentRules(const LintDocument& doc, DocumentFacts& facts) : m_doc(doc), m_facts(facts) {}
 
-    std::vector<Finding> run() {
-        for (std::size_t d = 0; d < m_documents.size(); ++d) {
-            if (!m_documents[d].checked) {
-                continue;
-            }
-            const LintDocument& doc = m_documents[d];
-            for (const auto& border : doc.document->borderLayoutTypes(AllUnits)) {
-                checkBorder(doc, *border);
-            }
-            for (const auto& block : doc.document->blockLayouts(AllUnits)) {
-                checkBlock(doc, *block);
-            }
-            for (const auto& location : doc.document->allBlockLocations()) {
-                checkLocation(doc, *location);
-            }
-            for (const auto& translation : doc.document->translations()) {
-                checkTranslation(doc, translation.first);
-            }
+    void run() {
+        const LintDocument& doc = m_doc;
+        for (const auto& border : doc.document->borderLayoutTypes(AllUnits)) {
+            checkBorder(doc, *border);
         }
-        checkDuplicates(m_borders, "border");
-        checkDuplicates(m_blocks, "block");
-        checkDuplicates(m_locations, "location");
-        std::sort(m_findings.begin(), m_findings.end());
-        return m_findings;
+        for (const auto& block : doc.document->blockLayouts(AllUnits)) {
+            checkBlock(doc, *block);
+        }
+        for (const auto& translation : doc.document->translations()) {
+            checkTranslation(doc, translation.first);
+        }
     }
 
 private:
     void report(const LintDocument& doc, int line, Severity severity, const char* rule,
                 const std::string& message) {
-        m_findings.push_back({doc.file, line, severity, message, rule});
+        m_facts.findings.push_back({doc.file, line, severity, message, rule});
     }
     void error(const LintDocument& doc, int line, const char* rule, const std::string& message) {
         report(doc, line, Severity::Error, rule, message);
     }
 
-    // Each template is looked for once per site: many layouts share a few templates, and each
-    // search walks the search path on disk.
-    bool templateFound(const std::string& name, const char* folder) {
-        auto key = std::make_pair(name, std::string(folder));
-        const auto known = m_templates.find(key);
-        if (known != m_templates.end()) {
-            return known->second;
-        }
-        const bool found = m_templateFound(name, folder);
-        m_templates.emplace(std::move(key), found);
-        return found;
-    }
-
-    // The block of that ID that lookups find: the first one, in document order.
-    boost::shared_ptr<const BlockLayout> block(const std::string& id) const {
-        const auto found = m_blockObjects.find(id);
-        return found == m_blockObjects.end() ? nullptr : found->second;
+    // Whether the template is found is asked once per site, after every document is checked.
+    void needTemplate(int line, const std::string& name, bool frame, const std::string& what) {
+        m_facts.templates.push_back({line, name, frame, what});
     }
 
     // Every ID after the first of its kind in one list: `what` names the item ("field"),
@@ -193,15 +147,11 @@ private:
             {&border.sheet1RequiredBlocks, "sheet1RequiredBlock"}};
         for (const auto& requirement : requirements) {
             const std::vector<std::string>& ids = *requirement.first;
+            const bool core = requirement.first == &border.coreRequiredBlocks;
             for (std::size_t i = 0; i < ids.size(); ++i) {
-                if (!block(ids[i])) {
-                    const bool core = requirement.first == &border.coreRequiredBlocks;
-                    error(doc, doc.lines.of(&border, requirement.second, std::to_string(i)),
-                          kMissingRequiredBlock,
-                          "border " + q(border.id) + " requires block " + q(ids[i]) +
-                              (core ? " as a core block" : " on sheet 1") +
-                              ", which no document of the site defines");
-                }
+                m_facts.requiredBlocks.push_back(
+                    {doc.lines.of(&border, requirement.second, std::to_string(i)), border.id,
+                     ids[i], core});
             }
         }
         for (std::size_t i = 0; i < border.secondLanguages.size(); ++i) {
@@ -227,10 +177,8 @@ private:
             const std::string what = "drawing size " + q(size.name) + " of border " + q(border.id);
             if (size.templateFile.empty()) {
                 error(doc, line, kMissingTemplate, what + " names no frame template");
-            } else if (!templateFound(size.templateFile, kFrameTemplates)) {
-                error(doc, line, kMissingTemplate,
-                      what + ": frame template " + q(size.templateFile) + " is not found in " +
-                          kFrameTemplates + " along the search path");
+            } else {
+                needTemplate(line, size.templateFile, true, what);
             }
             checkDrawingSizeValues(doc, line, what, size);
             std::vector<std::string> unzoned;
@@ -363,10 +311,8 @@ private:
             if (style->templateFile.empty()) {
                 error(doc, doc.lines.of(style.get()), kMissingTemplate,
                       styleName + " names no block template");
-            } else if (!templateFound(style->templateFile, kBlockTemplates)) {
-                error(doc, doc.lines.of(style.get()), kMissingTemplate,
-                      styleName + ": block template " + q(style->templateFile) +
-                          " is not found in " + kBlockTemplates + " along the search path");
+            } else {
+                needTemplate(doc.lines.of(style.get()), style->templateFile, false, styleName);
             }
         }
 
@@ -432,28 +378,7 @@ private:
         }
     }
 
-    void checkLocation(const LintDocument& doc, const BlockLocation& location) {
-        const int line = doc.lines.of(&location);
-        const std::string name = "location " + q(location.id) + " of block " + q(location.blockId);
-        const auto target = block(location.blockId);
-        if (!target) {
-            error(doc, line, kLocationTarget, name + ": no document of the site defines the block");
-        } else if (!location.styleId.empty()) {
-            const auto styles = target->styles();
-            if (std::none_of(styles.begin(), styles.end(),
-                             [&](const auto& style) { return style->id == location.styleId; })) {
-                error(doc, line, kLocationTarget,
-                      name + " names style " + q(location.styleId) +
-                          ", which the block does not have");
-            }
-        }
-        if (!location.associatedBlockId.empty() && !block(location.associatedBlockId)) {
-            error(doc, line, kLocationTarget,
-                  name + " is placed relative to block " + q(location.associatedBlockId) +
-                      ", which no document of the site defines");
-        }
-    }
-
+    // The key's own faults here; the block and field it names are resolved across the site.
     void checkTranslation(const LintDocument& doc, const std::string& key) {
         const int line = doc.lines.of(doc.document.get(), "translation", key);
         const std::vector<std::string> parts = keyParts(key);
@@ -472,15 +397,141 @@ private:
                 return;
             }
         }
-        const auto target = block(parts[1]);
+        m_facts.translations.push_back({line, key, parts[1], parts[2]});
+    }
+
+    const LintDocument& m_doc;
+    DocumentFacts& m_facts;
+};
+
+// Where an object is defined: its document and the line of its element.
+struct Definition {
+    std::size_t document;
+    int line;
+};
+
+// The rules across documents, on the documents' facts.
+class SiteRules {
+public:
+    SiteRules(const std::vector<const DocumentFacts*>& documents,
+              const TemplateLookup& templateFound, std::vector<bool>* named)
+        : m_documents(documents), m_templateFound(templateFound), m_named(named) {
+        if (m_named) {
+            m_named->assign(documents.size(), false);
+        }
+        for (std::size_t d = 0; d < documents.size(); ++d) {
+            const DocumentFacts& doc = *documents[d];
+            for (const auto& border : doc.borders) {
+                m_borders[border.id].push_back({d, border.line});
+            }
+            for (const auto& block : doc.blocks) {
+                m_blocks[block.id].push_back({d, block.line});
+                m_blockFacts.emplace(block.id, &block);
+            }
+            for (const auto& location : doc.locations) {
+                m_locations[{location.blockId, location.id}].push_back({d, location.line});
+            }
+        }
+    }
+
+    std::vector<Finding> run() {
+        for (std::size_t d = 0; d < m_documents.size(); ++d) {
+            const DocumentFacts& doc = *m_documents[d];
+            if (!doc.checked) {
+                continue;
+            }
+            if (!doc.findings.empty()) {
+                m_findings.insert(m_findings.end(), doc.findings.begin(), doc.findings.end());
+                name(d);
+            }
+            for (const auto& required : doc.requiredBlocks) {
+                if (!block(required.block)) {
+                    error(d, required.line, kMissingRequiredBlock,
+                          "border " + q(required.border) + " requires block " + q(required.block) +
+                              (required.core ? " as a core block" : " on sheet 1") +
+                              ", which no document of the site defines");
+                }
+            }
+            for (const auto& wanted : doc.templates) {
+                const char* folder = wanted.frame ? kFrameTemplates : kBlockTemplates;
+                if (!templateFound(wanted.name, folder)) {
+                    error(d, wanted.line, kMissingTemplate,
+                          wanted.what + ": " + (wanted.frame ? "frame" : "block") + " template " +
+                              q(wanted.name) + " is not found in " + folder +
+                              " along the search path");
+                }
+            }
+            for (const auto& location : doc.locations) {
+                checkLocation(d, location);
+            }
+            for (const auto& translation : doc.translations) {
+                checkTranslation(d, translation);
+            }
+        }
+        checkDuplicates(m_borders, "border");
+        checkDuplicates(m_blocks, "block");
+        checkDuplicates(m_locations, "location");
+        std::sort(m_findings.begin(), m_findings.end());
+        return m_findings;
+    }
+
+private:
+    void name(std::size_t document) {
+        if (m_named) {
+            (*m_named)[document] = true;
+        }
+    }
+    void error(std::size_t document, int line, const char* rule, const std::string& message) {
+        m_findings.push_back({m_documents[document]->file, line, Severity::Error, message, rule});
+        name(document);
+    }
+
+    // Each template is looked for once per site: many layouts share a few templates, and each
+    // search walks the search path on disk.
+    bool templateFound(const std::string& name, const char* folder) {
+        auto key = std::make_pair(name, std::string(folder));
+        const auto known = m_templates.find(key);
+        if (known != m_templates.end()) {
+            return known->second;
+        }
+        const bool found = m_templateFound(name, folder);
+        m_templates.emplace(std::move(key), found);
+        return found;
+    }
+
+    // The block of that ID that lookups find: the first one, in document order.
+    const DocumentFacts::Block* block(const std::string& id) const {
+        const auto found = m_blockFacts.find(id);
+        return found == m_blockFacts.end() ? nullptr : found->second;
+    }
+
+    void checkLocation(std::size_t d, const DocumentFacts::Location& location) {
+        const std::string name = "location " + q(location.id) + " of block " + q(location.blockId);
+        const DocumentFacts::Block* target = block(location.blockId);
         if (!target) {
-            error(doc, line, kTranslationKey,
-                  "translation key " + q(key) + " names block " + q(parts[1]) +
+            error(d, location.line, kLocationTarget,
+                  name + ": no document of the site defines the block");
+        } else if (!location.styleId.empty() && !contains(target->styleIds, location.styleId)) {
+            error(d, location.line, kLocationTarget,
+                  name + " names style " + q(location.styleId) + ", which the block does not have");
+        }
+        if (!location.associatedBlockId.empty() && !block(location.associatedBlockId)) {
+            error(d, location.line, kLocationTarget,
+                  name + " is placed relative to block " + q(location.associatedBlockId) +
                       ", which no document of the site defines");
-        } else if (!contains(target->fieldIds(), parts[2])) {
-            error(doc, line, kTranslationKey,
-                  "translation key " + q(key) + " names field " + q(parts[2]) + ", which block " +
-                      q(parts[1]) + " does not have");
+        }
+    }
+
+    void checkTranslation(std::size_t d, const DocumentFacts::Translation& translation) {
+        const DocumentFacts::Block* target = block(translation.block);
+        if (!target) {
+            error(d, translation.line, kTranslationKey,
+                  "translation key " + q(translation.key) + " names block " + q(translation.block) +
+                      ", which no document of the site defines");
+        } else if (!contains(target->fieldIds, translation.field)) {
+            error(d, translation.line, kTranslationKey,
+                  "translation key " + q(translation.key) + " names field " + q(translation.field) +
+                      ", which block " + q(translation.block) + " does not have");
         }
     }
 
@@ -495,12 +546,12 @@ private:
             }
             bool reported = false;
             for (std::size_t i = 1; i < definitions.size(); ++i) {
-                if (m_documents[definitions[i].document].checked) {
+                if (m_documents[definitions[i].document]->checked) {
                     reportDuplicate(kind, entry.first, definitions[i], definitions[0]);
                     reported = true;
                 }
             }
-            if (!reported && m_documents[definitions[0].document].checked) {
+            if (!reported && m_documents[definitions[0].document]->checked) {
                 reportDuplicate(kind, entry.first, definitions[0], definitions[1]);
             }
         }
@@ -514,21 +565,22 @@ private:
     template <class Key>
     void reportDuplicate(const char* kind, const Key& id, const Definition& here,
                          const Definition& other) {
-        const LintDocument& doc = m_documents[here.document];
-        const LintDocument& otherDoc = m_documents[other.document];
-        error(doc, here.line, kDuplicateId,
+        const DocumentFacts& otherDoc = *m_documents[other.document];
+        error(here.document, here.line, kDuplicateId,
               std::string(kind) + " " + idText(id) + " is also defined at " + otherDoc.file +
                   // An open document's unsaved objects have no line yet.
                   (other.line > 0 ? ":" + std::to_string(other.line) : std::string()));
+        name(other.document);
     }
 
-    const std::vector<LintDocument>& m_documents;
+    const std::vector<const DocumentFacts*>& m_documents;
     const TemplateLookup& m_templateFound;
+    std::vector<bool>* m_named;
     std::map<std::pair<std::string, std::string>, bool> m_templates;
     std::map<std::string, std::vector<Definition>> m_borders;
     std::map<std::string, std::vector<Definition>> m_blocks;
     std::map<std::pair<std::string, std::string>, std::vector<Definition>> m_locations;
-    std::map<std::string, boost::shared_ptr<const BlockLayout>> m_blockObjects;
+    std::map<std::string, const DocumentFacts::Block*> m_blockFacts;
     std::vector<Finding> m_findings;
 };
 
@@ -562,35 +614,81 @@ const std::vector<LintRule>& lintRules() {
     return rules;
 }
 
+DocumentFacts documentFacts(const LintDocument& doc) {
+    DocumentFacts facts;
+    facts.file = doc.file;
+    facts.checked = doc.checked;
+    for (const auto& border : doc.document->borderLayoutTypes(AllUnits)) {
+        facts.borders.push_back({border->id, doc.lines.of(border.get())});
+    }
+    for (const auto& block : doc.document->blockLayouts(AllUnits)) {
+        DocumentFacts::Block& kept = facts.blocks.emplace_back();
+        kept.id = block->id;
+        kept.line = doc.lines.of(block.get());
+        kept.fieldIds = block->fieldIds();
+        for (const auto& style : block->styles()) {
+            kept.styleIds.push_back(style->id);
+        }
+    }
+    for (const auto& location : doc.document->allBlockLocations()) {
+        facts.locations.push_back({location->blockId, location->id, location->styleId,
+                                   location->associatedBlockId, doc.lines.of(location.get())});
+    }
+    if (doc.checked) {
+        DocumentRules(doc, facts).run();
+    }
+    return facts;
+}
+
+std::vector<Finding> lint(const std::vector<const DocumentFacts*>& documents,
+                          const TemplateLookup& templateFound, std::vector<bool>* named) {
+    return SiteRules(documents, templateFound, named).run();
+}
+
 std::vector<Finding> lint(const std::vector<LintDocument>& documents,
                           const TemplateLookup& templateFound) {
-    return Linter(documents, templateFound).run();
+    std::vector<DocumentFacts> facts;
+    facts.reserve(documents.size());
+    std::vector<const DocumentFacts*> pointers;
+    for (const LintDocument& doc : documents) {
+        facts.push_back(documentFacts(doc));
+        pointers.push_back(&facts.back());
+    }
+    return lint(pointers, templateFound);
 }
 
 LintDocument readLintDocument(const fs::path& file, const std::string& shownAs, bool checked) {
+    return readLintDocument(file, shownAs, checked, true);
+}
+
+LintDocument readLintDocument(const fs::path& file, const std::string& shownAs, bool checked,
+                              bool withLines) {
     LintDocument doc;
     doc.file = shownAs;
     doc.checked = checked;
-    doc.document = FordefReader::read(file, &doc.lines);
+    doc.document = FordefReader::read(file, withLines ? &doc.lines : nullptr);
     doc.lines.finish();
     return doc;
 }
 
-std::vector<LintReading> readLintDocuments(const std::vector<LintSource>& sources,
-                                           unsigned threads) {
-    std::vector<LintReading> readings(sources.size());
-    // Each thread takes the next unread source; every reading has its own slot, so the threads
-    // share nothing else.
+namespace {
+
+// Reads each source with `read(source, reading)` on `threads` threads (0: one per core), each
+// reading in its own slot. A DocumentError or a lack of memory becomes the reading's error; any
+// other failure is raised in the caller's thread, as a single-threaded read would raise it, the
+// first in the order of the sources.
+template <class Reading, class Read>
+std::vector<Reading> readOnThreads(const std::vector<LintSource>& sources, unsigned threads,
+                                   const Read& read) {
+    std::vector<Reading> readings(sources.size());
+    // Each thread takes the next unread source; the threads share nothing else.
     std::atomic<std::size_t> next{0};
-    // Any other failure is raised in the caller's thread, as a single-threaded read would raise
-    // it, the first in the order of the sources.
     std::vector<std::exception_ptr> failures(sources.size());
     const auto work = [&] {
         for (std::size_t i = next++; i < sources.size(); i = next++) {
             const LintSource& source = sources[i];
             try {
-                readings[i].document =
-                    readLintDocument(source.file, source.shownAs, source.checked);
+                read(source, readings[i]);
             } catch (const DocumentError& e) {
                 readings[i].error = e.what();
                 readings[i].errorLine = e.line();
@@ -621,6 +719,76 @@ std::vector<LintReading> readLintDocuments(const std::vector<LintSource>& source
         }
     }
     return readings;
+}
+
+} // namespace
+
+std::vector<LintReading> readLintDocuments(const std::vector<LintSource>& sources,
+                                           unsigned threads) {
+    return readOnThreads<LintReading>(
+        sources, threads, [](const LintSource& source, LintReading& reading) {
+            reading.document = readLintDocument(source.file, source.shownAs, source.checked);
+        });
+}
+
+std::vector<FactsReading> readDocumentFacts(const std::vector<LintSource>& sources, bool withLines,
+                                            unsigned threads) {
+    return readOnThreads<FactsReading>(
+        sources, threads, [withLines](const LintSource& source, FactsReading& reading) {
+            // The document itself is let go on this thread, as soon as its facts are taken.
+            reading.facts = documentFacts(
+                readLintDocument(source.file, source.shownAs, source.checked, withLines));
+        });
+}
+
+LintedFiles lintFiles(const std::vector<LintSource>& sources, const TemplateLookup& templateFound,
+                      unsigned threads) {
+    LintedFiles result;
+    std::vector<FactsReading> readings = readDocumentFacts(sources, false, threads);
+    // Context documents first, in the order given, so that lookups find what the configurator
+    // finds; the read ones only, each remembering its source.
+    std::vector<std::size_t> order;
+    for (int pass = 0; pass < 2; ++pass) {
+        for (std::size_t i = 0; i < readings.size(); ++i) {
+            if (readings[i].error.empty() && readings[i].facts.checked == (pass == 1)) {
+                order.push_back(i);
+            }
+        }
+    }
+    for (std::size_t i = 0; i < readings.size(); ++i) {
+        if (!readings[i].error.empty()) {
+            result.unreadable.push_back({i, readings[i].errorLine, readings[i].reason});
+        }
+    }
+    std::vector<const DocumentFacts*> documents;
+    for (std::size_t i : order) {
+        documents.push_back(&readings[i].facts);
+    }
+    std::vector<bool> named;
+    result.findings = lint(documents, templateFound, &named);
+    if (result.findings.empty()) {
+        return result;
+    }
+    // Most documents of a kept site have no finding, and recording where each element stands
+    // costs more than reading it: only the documents that the findings name are read again,
+    // with their lines, and the same findings are worked out with those lines.
+    std::vector<LintSource> again;
+    std::vector<std::size_t> againAt;
+    for (std::size_t k = 0; k < order.size(); ++k) {
+        if (named[k]) {
+            again.push_back(sources[order[k]]);
+            againAt.push_back(order[k]);
+        }
+    }
+    std::vector<FactsReading> lined = readDocumentFacts(again, true, threads);
+    for (std::size_t k = 0; k < lined.size(); ++k) {
+        // A file changed or gone since the first read keeps what that read found, without lines.
+        if (lined[k].error.empty()) {
+            readings[againAt[k]].facts = std::move(lined[k].facts);
+        }
+    }
+    result.findings = lint(documents, templateFound);
+    return result;
 }
 
 } // namespace QorLint

@@ -259,3 +259,138 @@ TEST(LintReading, UnreadableDocumentGivesItsErrorAndTheOthersAreRead) {
 TEST(LintReading, NoSourcesGiveNoReadings) {
     EXPECT_TRUE(readLintDocuments({}, 2).empty());
 }
+
+namespace {
+
+// Every document under tests/data/lint, in a fixed order: many define the same border, block and
+// locations, so that checked together they find duplicates across documents as well.
+std::vector<LintSource> everyLintDocument(bool checkedEveryOther) {
+    std::vector<fs::path> files;
+    for (fs::recursive_directory_iterator it(kLintData), end; it != end; ++it) {
+        if (it->path().extension() == ".fordef") {
+            files.push_back(it->path());
+        }
+    }
+    std::sort(files.begin(), files.end());
+    std::vector<LintSource> sources;
+    for (std::size_t i = 0; i < files.size(); ++i) {
+        sources.push_back({files[i], files[i].lexically_relative(kLintData).string(),
+                           !checkedEveryOther || i % 2 == 0});
+    }
+    return sources;
+}
+
+// The findings of the documents read whole, each with its lines, context documents first.
+std::vector<Finding> lintReadWhole(const std::vector<LintSource>& sources) {
+    std::vector<LintDocument> documents;
+    for (bool checked : {false, true}) {
+        for (const LintSource& source : sources) {
+            if (source.checked == checked) {
+                documents.push_back(read(source.file, source.shownAs, source.checked));
+            }
+        }
+    }
+    return lint(documents, templateInTestData);
+}
+
+} // namespace
+
+// Reading documents for their facts alone, without their lines, and then again only those the
+// findings name, gives every finding, line and message that reading them whole gives: lines of
+// faults, "the first is at line" in messages, and the other definition of a duplicate.
+TEST(LintFiles, FindingsAreThoseOfDocumentsReadWholeWithTheirLines) {
+    for (bool checkedEveryOther : {false, true}) {
+        const std::vector<LintSource> sources = everyLintDocument(checkedEveryOther);
+        const std::vector<Finding> whole = lintReadWhole(sources);
+        ASSERT_GT(whole.size(), 30u);
+        for (unsigned threads : {1u, 2u, 5u}) {
+            const LintedFiles linted = lintFiles(sources, templateInTestData, threads);
+            EXPECT_TRUE(linted.unreadable.empty());
+            EXPECT_EQ(text(linted.findings), text(whole)) << threads;
+        }
+    }
+}
+
+// A context document is read again for its lines when only the message of a duplicate in a
+// checked document names it.
+TEST(LintFiles, ADuplicateNamesTheLineOfAContextDocumentWithoutFindings) {
+    const std::vector<LintSource> sources = {
+        {kLintData / "missing-template" / "pass.fordef", "checked.fordef", true},
+        {kLintData / "unknown-field" / "pass.fordef", "context.fordef", false}};
+    EXPECT_EQ(text(lintFiles(sources, templateInTestData).findings),
+              "checked.fordef:3: error: border 'FRAME' is also defined at context.fordef:3 "
+              "[duplicate-id]\n"
+              "checked.fordef:10: error: block 'TB' is also defined at context.fordef:10 "
+              "[duplicate-id]\n"
+              "checked.fordef:34: error: location 'BR' of block 'TB' is also defined at "
+              "context.fordef:34 [duplicate-id]\n");
+}
+
+TEST(LintFiles, ACleanSiteHasNoFindings) {
+    const std::vector<LintSource> sources = {
+        {kLintData / "unknown-field" / "pass.fordef", "a.fordef", true}};
+    const LintedFiles linted = lintFiles(sources, templateInTestData);
+    EXPECT_TRUE(linted.findings.empty());
+    EXPECT_TRUE(linted.unreadable.empty());
+}
+
+// A document that cannot be read is given back by its index, with the line and reason; the
+// others are still checked, and resolve references without it.
+TEST(LintFiles, AnUnreadableDocumentIsGivenBackAndTheOthersAreChecked) {
+    TestUtil::TempDir dir;
+    const fs::path broken = dir.write(
+        "broken.fordef", "<fordef version=\"1\">\n<border id=\"A\" layer=\"abc\"/>\n</fordef>\n");
+    const std::vector<LintSource> sources = {
+        {kLintData / "default-style" / "fail.fordef", "first.fordef", true},
+        {broken, "broken.fordef", true},
+        {dir.path() / "missing.fordef", "missing.fordef", false}};
+    const LintedFiles linted = lintFiles(sources, templateInTestData, 2);
+    ASSERT_EQ(linted.unreadable.size(), 2u);
+    EXPECT_EQ(linted.unreadable[0].source, 1u);
+    EXPECT_EQ(linted.unreadable[0].line, 2);
+    EXPECT_NE(linted.unreadable[0].reason.find("layer"), std::string::npos)
+        << linted.unreadable[0].reason;
+    EXPECT_EQ(linted.unreadable[1].source, 2u);
+    EXPECT_EQ(text(linted.findings), "first.fordef:10: error: block 'TB' has default style "
+                                     "'NARROW', which is none of its styles [default-style]\n");
+}
+
+// The facts of a context document hold what it defines, and nothing to resolve of its own.
+TEST(DocumentFacts, AContextDocumentKeepsWhatItDefinesOnly) {
+    const DocumentFacts context =
+        documentFacts(read(kLintData / "translation-key" / "fail.fordef", "c.fordef", false));
+    EXPECT_FALSE(context.blocks.empty());
+    EXPECT_FALSE(context.locations.empty());
+    EXPECT_TRUE(context.findings.empty());
+    EXPECT_TRUE(context.translations.empty());
+    EXPECT_TRUE(context.templates.empty());
+    const DocumentFacts checked =
+        documentFacts(read(kLintData / "translation-key" / "fail.fordef", "c.fordef", true));
+    EXPECT_FALSE(checked.translations.empty());
+    EXPECT_FALSE(checked.templates.empty());
+}
+
+// Facts read on threads come back in the order of the sources, the same as taken one by one,
+// with the lines when asked for and without them (0) when not.
+TEST(DocumentFacts, ReadOnThreadsInTheOrderOfTheSourcesWithOrWithoutLines) {
+    const std::vector<LintSource> sources = everyLintDocument(true);
+    for (bool withLines : {true, false}) {
+        const std::vector<FactsReading> readings = readDocumentFacts(sources, withLines, 3);
+        ASSERT_EQ(readings.size(), sources.size());
+        for (std::size_t i = 0; i < sources.size(); ++i) {
+            ASSERT_EQ(readings[i].error, "") << sources[i].file;
+            const DocumentFacts alone =
+                documentFacts(read(sources[i].file, sources[i].shownAs, sources[i].checked));
+            EXPECT_EQ(readings[i].facts.file, sources[i].shownAs);
+            EXPECT_EQ(readings[i].facts.checked, sources[i].checked);
+            ASSERT_EQ(readings[i].facts.blocks.size(), alone.blocks.size());
+            for (std::size_t b = 0; b < alone.blocks.size(); ++b) {
+                EXPECT_EQ(readings[i].facts.blocks[b].id, alone.blocks[b].id);
+                EXPECT_EQ(readings[i].facts.blocks[b].fieldIds, alone.blocks[b].fieldIds);
+                EXPECT_EQ(readings[i].facts.blocks[b].line, withLines ? alone.blocks[b].line : 0);
+                EXPECT_GT(alone.blocks[b].line, 0);
+            }
+            EXPECT_EQ(text(readings[i].facts.findings).empty(), text(alone.findings).empty());
+        }
+    }
+}
