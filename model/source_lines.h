@@ -47,6 +47,9 @@ public:
                    : std::prev(found)->second;
     }
 
+    /// Whether any entry was recorded: without, of(owner, element, key) is 0 for every key.
+    bool hasEntries() const { return !m_entries.empty(); }
+
     /// Sorts the lines for lookups and gives back the room kept for more: call it once the
     /// document is read.
     void finish() {

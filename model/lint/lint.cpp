@@ -14,8 +14,10 @@
 #include <new>
 #include <set>
 #include <sstream>
+#include <string_view>
 #include <thread>
 #include <tuple>
+#include <unordered_map>
 #include <utility>
 
 namespace fs = boost::filesystem;
@@ -99,34 +101,63 @@ private:
     }
 
     // Whether the template is found is asked once per site, after every document is checked.
-    void needTemplate(int line, const std::string& name, bool frame, const std::string& what) {
-        m_facts.templates.push_back({line, name, frame, what});
+    void needTemplate(int line, const std::string& name, bool frame, const std::string& item,
+                      const std::string& owner) {
+        m_facts.templates.push_back({line, name, frame, item, owner});
     }
 
-    // Every ID after the first of its kind in one list: `what` names the item ("field"),
-    // `where` the list's owner ("block 'TB'"); `line(i)` gives item i's line.
-    template <class Line>
-    void checkUnique(const LintDocument& doc, const std::vector<std::string>& ids, const char* what,
-                     const std::string& where, const Line& line) {
-        std::map<std::string, std::size_t> first;
-        for (std::size_t i = 0; i < ids.size(); ++i) {
-            const auto inserted = first.emplace(ids[i], i);
+    // The line of an entry without an object of its own; without building its key when the
+    // document was read without lines, as most documents of a site are.
+    int entryLine(const void* owner, const char* element, std::size_t index) const {
+        return m_doc.lines.hasEntries() ? m_doc.lines.of(owner, element, std::to_string(index)) : 0;
+    }
+    int entryLine(const void* owner, const char* element, const std::string& key) const {
+        return m_doc.lines.hasEntries() ? m_doc.lines.of(owner, element, key) : 0;
+    }
+
+    // Every ID after the first of its kind in one list of `count` items: `id(i)` gives item i's
+    // ID, `what` names the item ("field"), `where()` the list's owner ("block 'TB'"); `line(i)`
+    // gives item i's line. The names are only built for a finding.
+    template <class Id, class Where, class Line>
+    void checkUnique(const LintDocument& doc, std::size_t count, const Id& id, const char* what,
+                     const Where& where, const Line& line) {
+        const auto reportAt = [&](std::size_t i, std::size_t first) {
+            error(doc, line(i), kDuplicateInLayout,
+                  std::string(what) + " " + q(id(i)) + " occurs twice in " + where() +
+                      "; the first is at line " + std::to_string(line(first)));
+        };
+        // Lists are short: comparing each with those before it costs less than an index.
+        if (count <= 32) {
+            for (std::size_t i = 1; i < count; ++i) {
+                for (std::size_t j = 0; j < i; ++j) {
+                    if (id(j) == id(i)) {
+                        reportAt(i, j);
+                        break;
+                    }
+                }
+            }
+            return;
+        }
+        std::unordered_map<std::string_view, std::size_t> first;
+        first.reserve(count);
+        for (std::size_t i = 0; i < count; ++i) {
+            const std::string& text = id(i);
+            const auto inserted = first.emplace(std::string_view(text), i);
             if (!inserted.second) {
-                error(doc, line(i), kDuplicateInLayout,
-                      std::string(what) + " " + q(ids[i]) + " occurs twice in " + where +
-                          "; the first is at line " + std::to_string(line(inserted.first->second)));
+                reportAt(i, inserted.first->second);
             }
         }
     }
 
-    void checkDrawingSizeValues(const LintDocument& doc, int line, const std::string& what,
+    template <class What>
+    void checkDrawingSizeValues(const LintDocument& doc, int line, const What& what,
                                 const DrawingSize& size) {
         const std::pair<double, const char*> extents[] = {{size.height, "height"},
                                                           {size.length, "length"}};
         for (const auto& extent : extents) {
             if (!std::isfinite(extent.first) || extent.first <= 0) {
                 error(doc, line, kDrawingSize,
-                      what + " has " + extent.second + " " + formatNumber(extent.first) +
+                      what() + " has " + extent.second + " " + formatNumber(extent.first) +
                           ", which is not a positive number");
             }
         }
@@ -135,7 +166,7 @@ private:
         for (const auto& count : zones) {
             if (count.first < 0 || count.first > Fordef::kMaxZones) {
                 error(doc, line, kDrawingSize,
-                      what + " has " + std::to_string(count.first) + " " + count.second +
+                      what() + " has " + std::to_string(count.first) + " " + count.second +
                           " zones; a drawing size has 0 to " + std::to_string(Fordef::kMaxZones));
             }
         }
@@ -150,35 +181,32 @@ private:
             const bool core = requirement.first == &border.coreRequiredBlocks;
             for (std::size_t i = 0; i < ids.size(); ++i) {
                 m_facts.requiredBlocks.push_back(
-                    {doc.lines.of(&border, requirement.second, std::to_string(i)), border.id,
-                     ids[i], core});
+                    {entryLine(&border, requirement.second, i), border.id, ids[i], core});
             }
         }
         for (std::size_t i = 0; i < border.secondLanguages.size(); ++i) {
             const std::string& language = border.secondLanguages[i];
             if (language.find('_') != std::string::npos) {
-                error(doc, doc.lines.of(&border, "secondLanguage", std::to_string(i)),
-                      kIdUnderscore,
+                error(doc, entryLine(&border, "secondLanguage", i), kIdUnderscore,
                       "second language " + q(language) + " of border " + q(border.id) +
                           " contains '_', which breaks translation keys");
             }
         }
         const auto& sizes = border.drawingSizes();
-        std::vector<std::string> sizeNames;
-        for (const DrawingSize& size : sizes) {
-            sizeNames.push_back(size.name);
-        }
-        checkUnique(doc, sizeNames, "drawing size", "border " + q(border.id), [&](std::size_t i) {
-            return doc.lines.of(&border, "drawingSize", std::to_string(i));
-        });
+        checkUnique(
+            doc, sizes.size(), [&](std::size_t i) -> const std::string& { return sizes[i].name; },
+            "drawing size", [&] { return "border " + q(border.id); },
+            [&](std::size_t i) { return entryLine(&border, "drawingSize", i); });
         for (std::size_t i = 0; i < sizes.size(); ++i) {
             const DrawingSize& size = sizes[i];
-            const int line = doc.lines.of(&border, "drawingSize", std::to_string(i));
-            const std::string what = "drawing size " + q(size.name) + " of border " + q(border.id);
+            const int line = entryLine(&border, "drawingSize", i);
+            const auto what = [&] {
+                return "drawing size " + q(size.name) + " of border " + q(border.id);
+            };
             if (size.templateFile.empty()) {
-                error(doc, line, kMissingTemplate, what + " names no frame template");
+                error(doc, line, kMissingTemplate, what() + " names no frame template");
             } else {
-                needTemplate(line, size.templateFile, true, what);
+                needTemplate(line, size.templateFile, true, size.name, border.id);
             }
             checkDrawingSizeValues(doc, line, what, size);
             std::vector<std::string> unzoned;
@@ -190,31 +218,31 @@ private:
             }
             if (!unzoned.empty()) {
                 report(doc, line, Severity::Warning, kZoneCount,
-                       what + " has " + unzoned[0] + (unzoned.size() > 1 ? " and " : "") +
+                       what() + " has " + unzoned[0] + (unzoned.size() > 1 ? " and " : "") +
                            (unzoned.size() > 1 ? unzoned[1] : std::string()) +
                            " zones, but the border numbers its zones");
             }
         }
     }
 
+    // `owner()` names the field's owner: its block, or its row type and block.
+    template <class Owner>
     void checkField(const LintDocument& doc, const BlockLayout& block, const Field& field,
-                    const std::vector<std::string>& partners, const std::string& owner) {
-        const std::string name = "field " + q(field.id) + " of " + owner;
+                    const std::vector<std::string>& partners, const Owner& owner) {
+        const auto name = [&] { return "field " + q(field.id) + " of " + owner(); };
         const auto& choices = field.choices();
-        std::vector<std::string> keys;
-        for (const Choice& choice : choices) {
-            keys.push_back(choice.lookupKey);
-        }
-        checkUnique(doc, keys, "lookup key", "the choices of " + name, [&](std::size_t i) {
-            return doc.lines.of(&field, "choice", std::to_string(i));
-        });
+        checkUnique(
+            doc, choices.size(),
+            [&](std::size_t i) -> const std::string& { return choices[i].lookupKey; }, "lookup key",
+            [&] { return "the choices of " + name(); },
+            [&](std::size_t i) { return entryLine(&field, "choice", i); });
         if (field.type == Field::kTextChoiceType) {
             if (choices.empty()) {
                 error(doc, doc.lines.of(&field), kTextChoice,
-                      name + " is a text choice field without choices");
+                      name() + " is a text choice field without choices");
             } else if (field.defaultChoice >= static_cast<int>(choices.size())) {
                 report(doc, doc.lines.of(&field), Severity::Warning, kTextChoice,
-                       name + " has default choice " + std::to_string(field.defaultChoice) +
+                       name() + " has default choice " + std::to_string(field.defaultChoice) +
                            ", but its " + std::to_string(choices.size()) +
                            " choices are numbered from 0");
             }
@@ -222,7 +250,7 @@ private:
         if (!field.secondLanguageFieldId.empty() &&
             !contains(partners, field.secondLanguageFieldId)) {
             error(doc, doc.lines.of(&field), kUnknownField,
-                  "field " + q(field.id) + " of " + owner + " names second-language field " +
+                  "field " + q(field.id) + " of " + owner() + " names second-language field " +
                       q(field.secondLanguageFieldId) + ", which block " + q(block.id) +
                       " does not have");
         }
@@ -230,7 +258,7 @@ private:
 
     void checkBlock(const LintDocument& doc, const BlockLayout& block) {
         const int blockLine = doc.lines.of(&block);
-        const std::string name = "block " + q(block.id);
+        const auto name = [&] { return "block " + q(block.id); };
         if (block.id.find('_') != std::string::npos) {
             error(doc, blockLine, kIdUnderscore,
                   "block ID " + q(block.id) + " contains '_', which breaks translation keys");
@@ -238,137 +266,151 @@ private:
 
         const std::vector<std::string> fieldIds = block.fieldIds();
         const auto fields = block.fields();
-        checkUnique(doc, fieldIds, "field", name,
-                    [&](std::size_t i) { return doc.lines.of(fields.at(i).get()); });
+        checkUnique(
+            doc, fieldIds.size(), [&](std::size_t i) -> const std::string& { return fieldIds[i]; },
+            "field", name, [&](std::size_t i) { return doc.lines.of(fields.at(i).get()); });
         for (const auto& field : fields) {
             if (field->id.find('_') != std::string::npos) {
                 error(doc, doc.lines.of(field.get()), kIdUnderscore,
-                      "field ID " + q(field->id) + " of " + name +
+                      "field ID " + q(field->id) + " of " + name() +
                           " contains '_', which breaks translation keys");
             }
             const auto& choices = field->choices();
             for (std::size_t i = 0; i < choices.size(); ++i) {
                 if (choices[i].lookupKey.find('_') != std::string::npos) {
-                    error(doc, doc.lines.of(field.get(), "choice", std::to_string(i)),
-                          kIdUnderscore,
+                    error(doc, entryLine(field.get(), "choice", i), kIdUnderscore,
                           "lookup key " + q(choices[i].lookupKey) + " of field " + q(field->id) +
-                              " of " + name + " contains '_', which breaks translation keys");
+                              " of " + name() + " contains '_', which breaks translation keys");
                 }
             }
             checkField(doc, block, *field, fieldIds, name);
         }
 
         const auto styles = block.styles();
-        std::vector<std::string> styleIds;
-        for (const auto& style : styles) {
-            styleIds.push_back(style->id);
-        }
-        checkUnique(doc, styleIds, "style", name,
-                    [&](std::size_t i) { return doc.lines.of(styles.at(i).get()); });
+        checkUnique(
+            doc, styles.size(), [&](std::size_t i) -> const std::string& { return styles[i]->id; },
+            "style", name, [&](std::size_t i) { return doc.lines.of(styles.at(i).get()); });
         const bool defaultFound = std::any_of(styles.begin(), styles.end(), [&](const auto& style) {
             return style->id == block.defaultStyleId;
         });
         if (block.defaultStyleId.empty() && !styles.empty()) {
-            error(doc, blockLine, kDefaultStyle, name + " has styles but no default style");
+            error(doc, blockLine, kDefaultStyle, name() + " has styles but no default style");
         } else if (!block.defaultStyleId.empty() && !defaultFound) {
             error(doc, blockLine, kDefaultStyle,
-                  name + " has default style " + q(block.defaultStyleId) +
+                  name() + " has default style " + q(block.defaultStyleId) +
                       ", which is none of its styles");
         }
 
-        const std::vector<std::string> rowTypeIds = block.rowTypeIds();
         const auto& rowTypes = block.getTable().rowTypes();
-        checkUnique(doc, rowTypeIds, "row type", "the table of " + name,
-                    [&](std::size_t i) { return doc.lines.of(rowTypes.at(i).get()); });
-        std::vector<std::string> allFieldIds = fieldIds;
-        for (const std::string& rowTypeId : rowTypeIds) {
-            for (const std::string& id : block.tableFieldIds(rowTypeId)) {
-                allFieldIds.push_back(id);
+        checkUnique(
+            doc, rowTypes.size(),
+            [&](std::size_t i) -> const std::string& { return rowTypes[i]->id; }, "row type",
+            [&] { return "the table of " + name(); },
+            [&](std::size_t i) { return doc.lines.of(rowTypes.at(i).get()); });
+        // The row type of an ID that lookups find: the first.
+        const auto rowType = [&](const std::string& id) -> const RowType* {
+            for (const auto& row : rowTypes) {
+                if (row->id == id) {
+                    return row.get();
+                }
             }
-        }
+            return nullptr;
+        };
+        const auto hasField = [](const RowType& row, const std::string& id) {
+            const auto& rowFields = row.fields();
+            return std::any_of(rowFields.begin(), rowFields.end(),
+                               [&](const auto& field) { return field->id == id; });
+        };
 
         for (const auto& style : styles) {
-            const std::string styleName = "style " + q(style->id) + " of " + name;
+            const auto styleName = [&] { return "style " + q(style->id) + " of " + name(); };
             for (const auto& placement : style->placements()) {
                 if (!contains(fieldIds, placement.first)) {
-                    error(doc, doc.lines.of(style.get(), "placement", placement.first),
-                          kUnknownField,
-                          styleName + " places field " + q(placement.first) +
+                    error(doc, entryLine(style.get(), "placement", placement.first), kUnknownField,
+                          styleName() + " places field " + q(placement.first) +
                               ", which the block does not have");
                 }
             }
             for (const auto& column : style->tableColumns()) {
                 const std::string& rowTypeId = column.first.first;
                 const std::string& fieldId = column.first.second;
-                if (!contains(rowTypeIds, rowTypeId) ||
-                    !contains(block.tableFieldIds(rowTypeId), fieldId)) {
-                    error(doc, doc.lines.of(style.get(), "tableColumn", rowTypeId + '\n' + fieldId),
+                const RowType* row = rowType(rowTypeId);
+                if (!row || !hasField(*row, fieldId)) {
+                    error(doc, entryLine(style.get(), "tableColumn", rowTypeId + '\n' + fieldId),
                           kUnknownField,
-                          styleName + " gives a table column to field " + q(fieldId) +
+                          styleName() + " gives a table column to field " + q(fieldId) +
                               " of row type " + q(rowTypeId) + ", which the block does not have");
                 }
             }
             if (style->templateFile.empty()) {
                 error(doc, doc.lines.of(style.get()), kMissingTemplate,
-                      styleName + " names no block template");
+                      styleName() + " names no block template");
             } else {
-                needTemplate(doc.lines.of(style.get()), style->templateFile, false, styleName);
+                needTemplate(doc.lines.of(style.get()), style->templateFile, false, style->id,
+                             block.id);
             }
         }
 
-        for (const auto& rowType : rowTypes) {
-            const std::string rowName = "row type " + q(rowType->id) + " of " + name;
-            std::vector<std::string> rowFieldIds;
-            for (const auto& field : rowType->fields()) {
-                rowFieldIds.push_back(field->id);
-            }
-            checkUnique(doc, rowFieldIds, "field", rowName,
-                        [&](std::size_t i) { return doc.lines.of(rowType->fields().at(i).get()); });
+        std::vector<std::string> partners;
+        for (const auto& row : rowTypes) {
+            const auto rowName = [&] { return "row type " + q(row->id) + " of " + name(); };
+            const auto& rowFields = row->fields();
+            checkUnique(
+                doc, rowFields.size(),
+                [&](std::size_t i) -> const std::string& { return rowFields[i]->id; }, "field",
+                rowName, [&](std::size_t i) { return doc.lines.of(rowFields.at(i).get()); });
             const std::pair<const std::string*, const char*> roles[] = {
-                {&rowType->zoneFieldId, "zone field"},
-                {&rowType->typeManagerFieldId, "type manager field"},
-                {&rowType->keyFieldId, "key field"}};
+                {&row->zoneFieldId, "zone field"},
+                {&row->typeManagerFieldId, "type manager field"},
+                {&row->keyFieldId, "key field"}};
             for (const auto& role : roles) {
-                if (!role.first->empty() && !contains(rowFieldIds, *role.first)) {
-                    error(doc, doc.lines.of(rowType.get()), kUnknownField,
-                          rowName + " names " + q(*role.first) + " as its " + role.second +
+                if (!role.first->empty() && !hasField(*row, *role.first)) {
+                    error(doc, doc.lines.of(row.get()), kUnknownField,
+                          rowName() + " names " + q(*role.first) + " as its " + role.second +
                               ", which is no field of the row type");
                 }
             }
-            const std::vector<std::string> dialogFields = rowType->dialogListFields();
+            const std::vector<std::string> dialogFields = row->dialogListFields();
             for (std::size_t i = 0; i < dialogFields.size(); ++i) {
-                if (!contains(rowFieldIds, dialogFields[i])) {
-                    error(doc, doc.lines.of(rowType.get(), "dialogField", std::to_string(i)),
-                          kUnknownField,
-                          rowName + " lists " + q(dialogFields[i]) +
+                if (!hasField(*row, dialogFields[i])) {
+                    error(doc, entryLine(row.get(), "dialogField", i), kUnknownField,
+                          rowName() + " lists " + q(dialogFields[i]) +
                               " in its input dialog, which is no field of the row type");
                 }
             }
             // A table field's partner may be a field of its row or of the block.
-            std::vector<std::string> partners = rowFieldIds;
+            partners.clear();
+            for (const auto& field : rowFields) {
+                partners.push_back(field->id);
+            }
             partners.insert(partners.end(), fieldIds.begin(), fieldIds.end());
-            for (const auto& field : rowType->fields()) {
+            for (const auto& field : rowFields) {
                 checkField(doc, block, *field, partners, rowName);
             }
         }
 
         const auto symbols = block.symbolTypes();
-        std::vector<std::string> symbolNames;
-        for (const auto& symbol : symbols) {
-            symbolNames.push_back(symbol->dialogText);
-        }
-        checkUnique(doc, symbolNames, "symbol type", name,
-                    [&](std::size_t i) { return doc.lines.of(symbols.at(i).get()); });
+        checkUnique(
+            doc, symbols.size(),
+            [&](std::size_t i) -> const std::string& { return symbols[i]->dialogText; },
+            "symbol type", name, [&](std::size_t i) { return doc.lines.of(symbols.at(i).get()); });
+        // A symbol type shows a field of the block or of a row type (of two row types of one
+        // ID, the first, which lookups find).
+        const auto anyField = [&](const std::string& id) {
+            return contains(fieldIds, id) ||
+                   std::any_of(rowTypes.begin(), rowTypes.end(), [&](const auto& row) {
+                       return rowType(row->id) == row.get() && hasField(*row, id);
+                   });
+        };
         for (const auto& symbol : symbols) {
             const std::pair<const std::vector<std::string>*, const char*> lines[] = {
                 {&symbol->line1FieldIds, "line1Field"}, {&symbol->line2FieldIds, "line2Field"}};
             for (const auto& line : lines) {
                 const std::vector<std::string>& ids = *line.first;
                 for (std::size_t i = 0; i < ids.size(); ++i) {
-                    if (!contains(allFieldIds, ids[i])) {
-                        error(doc, doc.lines.of(symbol.get(), line.second, std::to_string(i)),
-                              kUnknownField,
-                              "symbol type " + q(symbol->dialogText) + " of " + name +
+                    if (!anyField(ids[i])) {
+                        error(doc, entryLine(symbol.get(), line.second, i), kUnknownField,
+                              "symbol type " + q(symbol->dialogText) + " of " + name() +
                                   " shows field " + q(ids[i]) + " on line " +
                                   (line.first == &symbol->line1FieldIds ? "1" : "2") +
                                   ", which the block does not have");
@@ -410,6 +452,20 @@ struct Definition {
     int line;
 };
 
+// Every definition of one ID, in document order; most IDs have one, which needs no list.
+struct Definitions {
+    Definition first;
+    std::vector<Definition> more;
+};
+
+// A location's key: its block's ID and its own, joined by a character no ID holds.
+std::string locationKey(const DocumentFacts::Location& location) {
+    std::string key;
+    key.reserve(location.blockId.size() + 1 + location.id.size());
+    key.append(location.blockId).append(1, '\0').append(location.id);
+    return key;
+}
+
 // The rules across documents, on the documents' facts.
 class SiteRules {
 public:
@@ -422,14 +478,14 @@ public:
         for (std::size_t d = 0; d < documents.size(); ++d) {
             const DocumentFacts& doc = *documents[d];
             for (const auto& border : doc.borders) {
-                m_borders[border.id].push_back({d, border.line});
+                define<std::string_view>(m_borders, border.id, {d, border.line});
             }
             for (const auto& block : doc.blocks) {
-                m_blocks[block.id].push_back({d, block.line});
+                define<std::string_view>(m_blocks, block.id, {d, block.line});
                 m_blockFacts.emplace(block.id, &block);
             }
             for (const auto& location : doc.locations) {
-                m_locations[{location.blockId, location.id}].push_back({d, location.line});
+                define<std::string>(m_locations, locationKey(location), {d, location.line});
             }
         }
     }
@@ -456,7 +512,9 @@ public:
                 const char* folder = wanted.frame ? kFrameTemplates : kBlockTemplates;
                 if (!templateFound(wanted.name, folder)) {
                     error(d, wanted.line, kMissingTemplate,
-                          wanted.what + ": " + (wanted.frame ? "frame" : "block") + " template " +
+                          (wanted.frame ? "drawing size " : "style ") + q(wanted.item) +
+                              (wanted.frame ? " of border " : " of block ") + q(wanted.owner) +
+                              ": " + (wanted.frame ? "frame" : "block") + " template " +
                               q(wanted.name) + " is not found in " + folder +
                               " along the search path");
                 }
@@ -535,39 +593,53 @@ private:
         }
     }
 
-    // One finding per duplicate at each definition after the first, naming the first; when none
-    // of those is checked but the first is, the first names the second.
+    // By ID: a view of the ID in the facts, which outlive the index; a location's key is made.
     template <class Key>
-    void checkDuplicates(const std::map<Key, std::vector<Definition>>& index, const char* kind) {
+    using Index = std::unordered_map<Key, Definitions>;
+
+    template <class Key>
+    static void define(Index<Key>& index, Key id, const Definition& where) {
+        const auto inserted = index.try_emplace(std::move(id), Definitions{where, {}});
+        if (!inserted.second) {
+            inserted.first->second.more.push_back(where);
+        }
+    }
+
+    // One finding per duplicate at each definition after the first, naming the first; when none
+    // of those is checked but the first is, the first names the second. The order does not
+    // matter: the findings are sorted.
+    template <class Key>
+    void checkDuplicates(const Index<Key>& index, const char* kind) {
         for (const auto& entry : index) {
-            const std::vector<Definition>& definitions = entry.second;
-            if (definitions.size() < 2) {
+            const Definitions& definitions = entry.second;
+            if (definitions.more.empty()) {
                 continue;
             }
+            const std::string id = idText(kind, entry.first);
             bool reported = false;
-            for (std::size_t i = 1; i < definitions.size(); ++i) {
-                if (m_documents[definitions[i].document]->checked) {
-                    reportDuplicate(kind, entry.first, definitions[i], definitions[0]);
+            for (const Definition& later : definitions.more) {
+                if (m_documents[later.document]->checked) {
+                    reportDuplicate(kind, id, later, definitions.first);
                     reported = true;
                 }
             }
-            if (!reported && m_documents[definitions[0].document]->checked) {
-                reportDuplicate(kind, entry.first, definitions[0], definitions[1]);
+            if (!reported && m_documents[definitions.first.document]->checked) {
+                reportDuplicate(kind, id, definitions.first, definitions.more.front());
             }
         }
     }
 
-    static std::string idText(const std::string& id) { return q(id); }
-    static std::string idText(const std::pair<std::string, std::string>& location) {
-        return q(location.second) + " of block " + q(location.first);
+    static std::string idText(const char*, std::string_view id) { return q(std::string(id)); }
+    static std::string idText(const char*, const std::string& location) {
+        const auto separator = location.find('\0');
+        return q(location.substr(separator + 1)) + " of block " + q(location.substr(0, separator));
     }
 
-    template <class Key>
-    void reportDuplicate(const char* kind, const Key& id, const Definition& here,
+    void reportDuplicate(const char* kind, const std::string& id, const Definition& here,
                          const Definition& other) {
         const DocumentFacts& otherDoc = *m_documents[other.document];
         error(here.document, here.line, kDuplicateId,
-              std::string(kind) + " " + idText(id) + " is also defined at " + otherDoc.file +
+              std::string(kind) + " " + id + " is also defined at " + otherDoc.file +
                   // An open document's unsaved objects have no line yet.
                   (other.line > 0 ? ":" + std::to_string(other.line) : std::string()));
         name(other.document);
@@ -577,10 +649,10 @@ private:
     const TemplateLookup& m_templateFound;
     std::vector<bool>* m_named;
     std::map<std::pair<std::string, std::string>, bool> m_templates;
-    std::map<std::string, std::vector<Definition>> m_borders;
-    std::map<std::string, std::vector<Definition>> m_blocks;
-    std::map<std::pair<std::string, std::string>, std::vector<Definition>> m_locations;
-    std::map<std::string, const DocumentFacts::Block*> m_blockFacts;
+    Index<std::string_view> m_borders;
+    Index<std::string_view> m_blocks;
+    Index<std::string> m_locations;
+    std::unordered_map<std::string_view, const DocumentFacts::Block*> m_blockFacts;
     std::vector<Finding> m_findings;
 };
 

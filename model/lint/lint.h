@@ -67,7 +67,8 @@ struct DocumentFacts {
         int line = 0;
         std::string name;
         bool frame = false;
-        std::string what; ///< the drawing size or style, as findings name it
+        std::string item;  ///< the drawing size's name, or the style's ID
+        std::string owner; ///< the border's ID, or the block's
     };
     /// A translation key that splits well; the block and field it names.
     struct Translation {

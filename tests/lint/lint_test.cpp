@@ -394,3 +394,80 @@ TEST(DocumentFacts, ReadOnThreadsInTheOrderOfTheSourcesWithOrWithoutLines) {
         }
     }
 }
+
+namespace {
+
+// The line (from 1) of the first occurrence of `needle` in `text`.
+int lineOf(const std::string& text, const std::string& needle) {
+    const auto at = text.find(needle);
+    return at == std::string::npos
+               ? 0
+               : 1 + static_cast<int>(std::count(text.begin(), text.begin() + at, '\n'));
+}
+
+std::string replaced(std::string text, const std::string& from, const std::string& to) {
+    const auto at = text.find(from);
+    EXPECT_NE(at, std::string::npos) << from;
+    return at == std::string::npos ? text : text.replace(at, from.size(), to);
+}
+
+} // namespace
+
+// Of two row types of one ID, lookups find the first: a symbol type or table column naming a
+// field that only the second has names a field the block does not have.
+TEST(Lint, AFieldOnlyInTheSecondRowTypeOfAnIdIsNotTheBlocks) {
+    std::string text =
+        TestUtil::readFile(kLintData / "duplicate-in-layout" / "fail-row-type.fordef");
+    const std::string second = text.substr(text.rfind("<rowType id=\"ITEM\""));
+    text = text.substr(0, text.size() - second.size()) +
+           replaced(second, "<field id=\"NAME\"", "<field id=\"EXTRA\"");
+    text = replaced(text, "<dialogField id=\"NAME\"/>\n      </rowType>\n    </table>",
+                    "<dialogField id=\"EXTRA\"/>\n      </rowType>\n    </table>");
+    text = replaced(text, "<line1Field id=\"POS\"/>", "<line1Field id=\"EXTRA\"/>");
+    text = replaced(text, "<tableColumn rowType=\"ITEM\" field=\"POS\"",
+                    "<tableColumn rowType=\"ITEM\" field=\"EXTRA\"");
+    TestUtil::TempDir dir;
+    const fs::path file = dir.write("rows.fordef", text);
+    const std::string found = formatText(lintOne(file));
+    EXPECT_NE(found.find("rows.fordef:" + std::to_string(lineOf(text, "<line1Field")) +
+                         ": error: symbol type 'Balloon' of block 'TB' shows field 'EXTRA' on "
+                         "line 1, which the block does not have [unknown-field]\n"),
+              std::string::npos)
+        << found;
+    EXPECT_NE(found.find("rows.fordef:" + std::to_string(lineOf(text, "<tableColumn")) +
+                         ": error: style 'FULL' of block 'TB' gives a table column to field "
+                         "'EXTRA' of row type 'ITEM', which the block does not have "
+                         "[unknown-field]\n"),
+              std::string::npos)
+        << found;
+    // Within the second row type, its own fields count.
+    EXPECT_EQ(found.find("in its input dialog"), std::string::npos) << found;
+}
+
+// A long list (here 40 choices) finds its duplicate as a short one does, naming the first.
+TEST(Lint, ADuplicateInALongListNamesTheFirstOccurrence) {
+    std::string choices;
+    for (int i = 0; i < 40; ++i) {
+        const std::string key = "K" + std::to_string(i == 35 ? 3 : i);
+        choices += "      <choice lookupKey=\"" + key + "\" shortValue=\"" + key +
+                   "\" fullValue=\"" + key + "\"/>\n";
+    }
+    const std::string original =
+        TestUtil::readFile(kLintData / "duplicate-in-layout" / "fail-row-type.fordef");
+    const std::string text = replaced(
+        original,
+        "      <choice lookupKey=\"ASSY\" shortValue=\"Assembly\" fullValue=\"Assembly "
+        "drawing\"/>\n"
+        "      <choice lookupKey=\"PART\" shortValue=\"Part\" fullValue=\"Part drawing\"/>\n",
+        choices);
+    TestUtil::TempDir dir;
+    const fs::path file = dir.write("long.fordef", text);
+    const std::string found = formatText(lintOne(file));
+    const int first = lineOf(text, "lookupKey=\"K3\"");
+    EXPECT_NE(found.find("long.fordef:" + std::to_string(first + 32) +
+                         ": error: lookup key 'K3' occurs twice in the choices of field 'KIND' "
+                         "of block 'TB'; the first is at line " +
+                         std::to_string(first) + " [duplicate-in-layout]\n"),
+              std::string::npos)
+        << found;
+}
