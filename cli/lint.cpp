@@ -33,22 +33,6 @@ std::string notRegular(const fs::path& file) {
     return "it is " + Base::fileKind(status.st_mode) + ", not a regular file";
 }
 
-// The documents that are regular files; any other becomes a finding, so that the others are
-// still checked and a CI run reports all of them.
-std::vector<LintSource> regularSources(const std::vector<LintSource>& sources,
-                                       std::vector<Finding>& unreadable) {
-    std::vector<LintSource> regular;
-    for (const LintSource& source : sources) {
-        const std::string refusal = notRegular(source.file);
-        if (refusal.empty()) {
-            regular.push_back(source);
-        } else {
-            unreadable.push_back({source.shownAs, 0, Severity::Error, refusal, kUnreadableRule});
-        }
-    }
-    return regular;
-}
-
 std::string report(const std::vector<Finding>& findings, const LintOptions& options) {
     if (options.format == "json") {
         return formatJson(findings);
@@ -112,20 +96,22 @@ int runLint(const LintOptions& options, std::ostream& out, std::ostream& err) {
         for (const fs::path& file : given) {
             sources.push_back({file, displayPath(file), true});
         }
+        boost::system::error_code ec;
+        const fs::path here = fs::current_path(ec);
         for (const fs::path& file : site) {
             const bool alsoGiven = std::any_of(
                 given.begin(), given.end(), [&](const fs::path& g) { return sameFile(g, file); });
             if (!alsoGiven) {
-                sources.push_back({file, displayPath(file), given.empty()});
+                sources.push_back({file, displayPath(file, ec ? fs::path() : here), given.empty()});
             }
         }
-        sources = regularSources(sources, unreadable);
     } catch (const InputError& e) {
         err << "qorfmt lint: " << e.what() << '\n';
         return 2;
     }
     // On every core; the context documents resolve first, in search order, so that lookups find
-    // what the configurator finds. One that cannot be read becomes a finding.
+    // what the configurator finds. One that cannot be read, or is no regular file, becomes a
+    // finding, so that the others are still checked and a CI run reports all of them.
     LintedFiles linted = lintFiles(sources, [](const std::string& name, const std::string& folder) {
         return !findAlongSearchPath(name, folder).empty();
     });

@@ -105,7 +105,11 @@ std::string displayPath(const fs::path& path) {
     }
     boost::system::error_code ec;
     const fs::path here = fs::current_path(ec);
-    if (ec) {
+    return displayPath(path, ec ? fs::path() : here);
+}
+
+std::string displayPath(const fs::path& path, const fs::path& here) {
+    if (!path.is_absolute() || here.empty()) {
         return path.string();
     }
     const fs::path relative = path.lexically_normal().lexically_relative(here);

@@ -6,9 +6,15 @@
 
 #include "model/document_error.h"
 
+#include "base/regular_file.h"
+
+#include <sys/stat.h>
+
 #include <algorithm>
 #include <atomic>
+#include <cerrno>
 #include <cmath>
+#include <cstring>
 #include <exception>
 #include <map>
 #include <new>
@@ -793,6 +799,19 @@ std::vector<Reading> readOnThreads(const std::vector<LintSource>& sources, unsig
     return readings;
 }
 
+// A FIFO or a device is refused without being opened: opening one could block, or act.
+void refuseIrregular(const fs::path& file) {
+    struct stat status {};
+    if (::stat(file.c_str(), &status) != 0) {
+        throw DocumentError(file.string(), 0,
+                            std::string("cannot open the file: ") + std::strerror(errno));
+    }
+    if (!S_ISREG(status.st_mode)) {
+        throw DocumentError(file.string(), 0,
+                            "it is " + Base::fileKind(status.st_mode) + ", not a regular file");
+    }
+}
+
 } // namespace
 
 std::vector<LintReading> readLintDocuments(const std::vector<LintSource>& sources,
@@ -807,6 +826,7 @@ std::vector<FactsReading> readDocumentFacts(const std::vector<LintSource>& sourc
                                             unsigned threads) {
     return readOnThreads<FactsReading>(
         sources, threads, [withLines](const LintSource& source, FactsReading& reading) {
+            refuseIrregular(source.file);
             // The document itself is let go on this thread, as soon as its facts are taken.
             reading.facts = documentFacts(
                 readLintDocument(source.file, source.shownAs, source.checked, withLines));

@@ -148,7 +148,10 @@ struct FactsReading {
 };
 
 /// Reads the sources as readLintDocuments does, but keeps of each document only its facts (with
-/// its lines or without), so that no more documents are held at once than there are threads.
+/// its lines or without), so that no more documents are held at once than there are threads. A
+/// source that is no regular file (or a link to one) is refused without being opened, with the
+/// reason "it is KIND, not a regular file", or "cannot open the file: WHY" when it cannot be
+/// looked at.
 std::vector<FactsReading> readDocumentFacts(const std::vector<LintSource>& sources, bool withLines,
                                             unsigned threads = 0);
 

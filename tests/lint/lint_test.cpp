@@ -471,3 +471,32 @@ TEST(Lint, ADuplicateInALongListNamesTheFirstOccurrence) {
               std::string::npos)
         << found;
 }
+
+// A FIFO, a device or a folder is refused by its kind, and a file that is not there by the
+// reason, each in its own reading; the others are read.
+TEST(DocumentFacts, ASourceThatIsNotARegularFileIsRefusedByItsKind) {
+    TestUtil::TempDir dir;
+    const fs::path fifo = dir.path() / "pipe.fordef";
+    ASSERT_EQ(std::system(("mkfifo '" + fifo.string() + "'").c_str()), 0);
+    const fs::path device = dir.path() / "zero.fordef";
+    fs::create_symlink("/dev/zero", device);
+    const fs::path good = kLintData / "default-style" / "pass.fordef";
+    const std::vector<FactsReading> readings =
+        readDocumentFacts({{fifo, "pipe", true},
+                           {device, "zero", true},
+                           {dir.path(), "folder", true},
+                           {dir.path() / "missing.fordef", "missing", true},
+                           {good, "good", true}},
+                          false, 2);
+    ASSERT_EQ(readings.size(), 5u);
+    EXPECT_EQ(readings[0].reason, "it is a FIFO (named pipe), not a regular file");
+    EXPECT_EQ(readings[1].reason, "it is a character device, not a regular file");
+    EXPECT_EQ(readings[2].reason, "it is a folder, not a regular file");
+    EXPECT_EQ(readings[3].reason, "cannot open the file: No such file or directory");
+    for (std::size_t i = 0; i < 4; ++i) {
+        EXPECT_EQ(readings[i].errorLine, 0);
+        EXPECT_NE(readings[i].error, "");
+    }
+    EXPECT_EQ(readings[4].error, "");
+    EXPECT_EQ(readings[4].facts.file, "good");
+}
