@@ -516,7 +516,7 @@ public:
             }
             for (const auto& wanted : doc.templates) {
                 const char* folder = wanted.frame ? kFrameTemplates : kBlockTemplates;
-                if (!templateFound(wanted.name, folder)) {
+                if (!templateFound(wanted.name, wanted.frame)) {
                     error(d, wanted.line, kMissingTemplate,
                           (wanted.frame ? "drawing size " : "style ") + q(wanted.item) +
                               (wanted.frame ? " of border " : " of block ") + q(wanted.owner) +
@@ -552,15 +552,15 @@ private:
 
     // Each template is looked for once per site: many layouts share a few templates, and each
     // search walks the search path on disk.
-    bool templateFound(const std::string& name, const char* folder) {
-        auto key = std::make_pair(name, std::string(folder));
-        const auto known = m_templates.find(key);
-        if (known != m_templates.end()) {
-            return known->second;
+    bool templateFound(const std::string& name, bool frame) {
+        std::unordered_map<std::string, bool>& known = frame ? m_frameTemplates : m_blockTemplates;
+        const auto found = known.find(name);
+        if (found != known.end()) {
+            return found->second;
         }
-        const bool found = m_templateFound(name, folder);
-        m_templates.emplace(std::move(key), found);
-        return found;
+        const bool exists = m_templateFound(name, frame ? kFrameTemplates : kBlockTemplates);
+        known.emplace(name, exists);
+        return exists;
     }
 
     // The block of that ID that lookups find: the first one, in document order.
@@ -570,18 +570,21 @@ private:
     }
 
     void checkLocation(std::size_t d, const DocumentFacts::Location& location) {
-        const std::string name = "location " + q(location.id) + " of block " + q(location.blockId);
+        const auto name = [&] {
+            return "location " + q(location.id) + " of block " + q(location.blockId);
+        };
         const DocumentFacts::Block* target = block(location.blockId);
         if (!target) {
             error(d, location.line, kLocationTarget,
-                  name + ": no document of the site defines the block");
+                  name() + ": no document of the site defines the block");
         } else if (!location.styleId.empty() && !contains(target->styleIds, location.styleId)) {
             error(d, location.line, kLocationTarget,
-                  name + " names style " + q(location.styleId) + ", which the block does not have");
+                  name() + " names style " + q(location.styleId) +
+                      ", which the block does not have");
         }
         if (!location.associatedBlockId.empty() && !block(location.associatedBlockId)) {
             error(d, location.line, kLocationTarget,
-                  name + " is placed relative to block " + q(location.associatedBlockId) +
+                  name() + " is placed relative to block " + q(location.associatedBlockId) +
                       ", which no document of the site defines");
         }
     }
@@ -654,7 +657,8 @@ private:
     const std::vector<const DocumentFacts*>& m_documents;
     const TemplateLookup& m_templateFound;
     std::vector<bool>* m_named;
-    std::map<std::pair<std::string, std::string>, bool> m_templates;
+    std::unordered_map<std::string, bool> m_frameTemplates;
+    std::unordered_map<std::string, bool> m_blockTemplates;
     Index<std::string_view> m_borders;
     Index<std::string_view> m_blocks;
     Index<std::string> m_locations;

@@ -424,3 +424,27 @@ TEST_F(LintCommand, AConfigurationThatDoesNotExistIsAnInputError) {
         << m_err.str();
     EXPECT_EQ(m_out.str(), "");
 }
+
+// Paths are shown relative to the working folder when they lie below it, the same whether they
+// are plain or hold "." or ".." parts or doubled separators; others as given.
+TEST(DisplayPath, BelowTheWorkingFolderRelativeElseAsGiven) {
+    const fs::path here = "/work/site";
+    const struct {
+        const char* path;
+        const char* shown;
+    } cases[] = {
+        {"/work/site/format_defs/a.fordef", "format_defs/a.fordef"},
+        {"/work/site/./format_defs/a.fordef", "format_defs/a.fordef"},
+        {"/work/site/x/../format_defs/a.fordef", "format_defs/a.fordef"},
+        {"/work/site//format_defs/a.fordef", "format_defs/a.fordef"},
+        {"/work/site/.hidden.fordef", ".hidden.fordef"},
+        {"/work/sites/a.fordef", "/work/sites/a.fordef"},
+        {"/work/site/../other/a.fordef", "/work/site/../other/a.fordef"},
+        {"/elsewhere/a.fordef", "/elsewhere/a.fordef"},
+        {"relative/a.fordef", "relative/a.fordef"},
+    };
+    for (const auto& c : cases) {
+        EXPECT_EQ(displayPath(c.path, here), c.shown) << c.path;
+    }
+    EXPECT_EQ(displayPath("/work/site/a.fordef", fs::path()), "/work/site/a.fordef");
+}
