@@ -481,6 +481,19 @@ public:
         if (m_named) {
             m_named->assign(documents.size(), false);
         }
+        // Room for every ID at once: a site has thousands.
+        std::size_t borders = 0;
+        std::size_t blocks = 0;
+        std::size_t locations = 0;
+        for (const DocumentFacts* doc : documents) {
+            borders += doc->borders.size();
+            blocks += doc->blocks.size();
+            locations += doc->locations.size();
+        }
+        m_borders.reserve(borders);
+        m_blocks.reserve(blocks);
+        m_blockFacts.reserve(blocks);
+        m_locations.reserve(locations);
         for (std::size_t d = 0; d < documents.size(); ++d) {
             const DocumentFacts& doc = *documents[d];
             for (const auto& border : doc.borders) {
