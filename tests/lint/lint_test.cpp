@@ -1,12 +1,16 @@
 // The checker: each rule on its passing and failing documents under tests/data/lint/, and
 // references across documents.
 #include "model/lint/lint.h"
+#include "model/lint/site_check.h"
+
+#include "model/fordef_reader.h"
 
 #include "testutil/temp_dir.h"
 
 #include <gtest/gtest.h>
 
 #include <boost/filesystem/operations.hpp>
+#include <boost/make_shared.hpp>
 
 #include <algorithm>
 #include <map>
@@ -499,4 +503,54 @@ TEST(DocumentFacts, ASourceThatIsNotARegularFileIsRefusedByItsKind) {
     }
     EXPECT_EQ(readings[4].error, "");
     EXPECT_EQ(readings[4].facts.file, "good");
+}
+
+namespace {
+
+std::string copyOf(const fs::path& file) {
+    return TestUtil::readFile(file);
+}
+
+} // namespace
+
+// The check after a save keeps what it needs of each site document and reads a document again
+// only when its file changed: a duplicate names the other file's line, and is gone once that
+// file no longer defines the ID; an open document with unsaved changes stands in for its file.
+TEST(SiteCheck, ADuplicateNamesTheSiteDocumentAndGoesWhenItsFileChanges) {
+    TestUtil::TempDir dir;
+    const fs::path saved =
+        dir.write("saved.fordef", copyOf(kLintData / "missing-template" / "pass.fordef"));
+    const std::string other = copyOf(kLintData / "unknown-field" / "pass.fordef");
+    const fs::path site = dir.write("other.fordef", other);
+    const auto document = QorBorder::FordefReader::read(saved);
+    SiteCheck check;
+    const std::vector<fs::path> siteDocuments = {site, saved};
+    EXPECT_EQ(formatText(check.check(saved, document, siteDocuments, {}, templateInTestData)),
+              saved.string() + ":3: error: border 'FRAME' is also defined at " + site.string() +
+                  ":3 [duplicate-id]\n" + saved.string() +
+                  ":10: error: block 'TB' is also defined at " + site.string() +
+                  ":10 [duplicate-id]\n" + saved.string() +
+                  ":34: error: location 'BR' of block 'TB' is also defined at " + site.string() +
+                  ":34 [duplicate-id]\n");
+
+    // The other document, open with unsaved changes that rename its border, stands in for its
+    // file; its objects have no line yet.
+    const auto open = QorBorder::FordefReader::read(site);
+    const auto border =
+        boost::make_shared<QorBorder::BorderLayout>(*open->getBorderLayout("FRAME"));
+    border->id = "RENAMED";
+    open->deleteBorderLayout("FRAME");
+    open->addBorderLayout(border);
+    const std::vector<Finding> withOpen =
+        check.check(saved, document, siteDocuments, {{site, open}}, templateInTestData);
+    ASSERT_EQ(withOpen.size(), 2u) << formatText(withOpen);
+    EXPECT_EQ(withOpen[0].message, "block 'TB' is also defined at " + site.string());
+
+    // The file changed (its size too): read again, it defines the block under another ID.
+    std::string renamed = other;
+    renamed.replace(renamed.find("<block id=\"TB\""), 14, "<block id=\"TB2\"");
+    renamed.replace(renamed.find("<location id=\"BR\""), 17, "<location id=\"BR2\"");
+    renamed.replace(renamed.find("<border id=\"FRAME\""), 18, "<border id=\"FRAME2\"");
+    dir.write("other.fordef", renamed);
+    EXPECT_EQ(formatText(check.check(saved, document, siteDocuments, {}, templateInTestData)), "");
 }
