@@ -173,7 +173,8 @@ struct LintedFiles {
 /// them, context documents first in the order given, then the checked ones in the order given.
 /// Only the facts of each document are held. The documents are read without their lines; when
 /// there are findings, the documents they name are read again with their lines, so that the
-/// findings are those that reading every document with its lines gives.
+/// findings are those that reading every document with its lines gives (a document that cannot
+/// be read the second time keeps what the first read found, without lines).
 LintedFiles lintFiles(const std::vector<LintSource>& sources, const TemplateLookup& templateFound,
                       unsigned threads = 0);
 
