@@ -33,30 +33,6 @@ std::string notRegular(const fs::path& file) {
     return "it is " + Base::fileKind(status.st_mode) + ", not a regular file";
 }
 
-// Reads the documents on every core; one that cannot be read becomes a finding, so that the
-// others are still checked and a CI run reports all of them.
-void readForLint(const std::vector<LintSource>& sources, std::vector<LintDocument>& documents,
-                 std::vector<Finding>& unreadable) {
-    std::vector<LintSource> regular;
-    for (const LintSource& source : sources) {
-        const std::string refusal = notRegular(source.file);
-        if (refusal.empty()) {
-            regular.push_back(source);
-        } else {
-            unreadable.push_back({source.shownAs, 0, Severity::Error, refusal, kUnreadableRule});
-        }
-    }
-    std::vector<LintReading> readings = readLintDocuments(regular);
-    for (std::size_t i = 0; i < readings.size(); ++i) {
-        if (readings[i].error.empty()) {
-            documents.push_back(std::move(readings[i].document));
-        } else {
-            unreadable.push_back({regular[i].shownAs, readings[i].errorLine, Severity::Error,
-                                  readings[i].reason, kUnreadableRule});
-        }
-    }
-}
-
 std::string report(const std::vector<Finding>& findings, const LintOptions& options) {
     if (options.format == "json") {
         return formatJson(findings);
@@ -88,7 +64,7 @@ std::vector<LintRule> commandLintRules() {
 }
 
 int runLint(const LintOptions& options, std::ostream& out, std::ostream& err) {
-    std::vector<LintDocument> documents;
+    std::vector<LintSource> sources;
     std::vector<Finding> unreadable;
     try {
         applySiteOptions(options.site);
@@ -117,29 +93,33 @@ int runLint(const LintOptions& options, std::ostream& out, std::ostream& err) {
             }
             throw InputError("no documents (*.fordef) to check in " + folderList(folders) + hint);
         }
-        std::vector<LintSource> sources;
         for (const fs::path& file : given) {
             sources.push_back({file, displayPath(file), true});
         }
+        boost::system::error_code ec;
+        const fs::path here = fs::current_path(ec);
         for (const fs::path& file : site) {
             const bool alsoGiven = std::any_of(
                 given.begin(), given.end(), [&](const fs::path& g) { return sameFile(g, file); });
             if (!alsoGiven) {
-                sources.push_back({file, displayPath(file), given.empty()});
+                sources.push_back({file, displayPath(file, ec ? fs::path() : here), given.empty()});
             }
         }
-        readForLint(sources, documents, unreadable);
     } catch (const InputError& e) {
         err << "qorfmt lint: " << e.what() << '\n';
         return 2;
     }
-    // Context documents first, in search order, so that lookups find what the configurator finds.
-    std::stable_partition(documents.begin(), documents.end(),
-                          [](const LintDocument& doc) { return !doc.checked; });
-    std::vector<Finding> findings =
-        lint(documents, [](const std::string& name, const std::string& folder) {
-            return !findAlongSearchPath(name, folder).empty();
-        });
+    // On every core; the context documents resolve first, in search order, so that lookups find
+    // what the configurator finds. One that cannot be read, or is no regular file, becomes a
+    // finding, so that the others are still checked and a CI run reports all of them.
+    LintedFiles linted = lintFiles(sources, [](const std::string& name, const std::string& folder) {
+        return !findAlongSearchPath(name, folder).empty();
+    });
+    for (const UnreadableSource& failed : linted.unreadable) {
+        unreadable.push_back({sources[failed.source].shownAs, failed.line, Severity::Error,
+                              failed.reason, kUnreadableRule});
+    }
+    std::vector<Finding> findings = std::move(linted.findings);
     findings.insert(findings.end(), unreadable.begin(), unreadable.end());
     std::sort(findings.begin(), findings.end());
 

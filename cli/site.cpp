@@ -105,8 +105,24 @@ std::string displayPath(const fs::path& path) {
     }
     boost::system::error_code ec;
     const fs::path here = fs::current_path(ec);
-    if (ec) {
+    return displayPath(path, ec ? fs::path() : here);
+}
+
+std::string displayPath(const fs::path& path, const fs::path& here) {
+    if (!path.is_absolute() || here.empty()) {
         return path.string();
+    }
+    // Most paths (a site's listing) lie plainly below the working folder: no "." or ".." and no
+    // doubled separator in either, so that the rest after it is the relative path.
+    const std::string& text = path.string();
+    const std::string& base = here.string();
+    const auto plain = [](const std::string& p) {
+        return p.find("/.") == std::string::npos && p.find("//") == std::string::npos;
+    };
+    if (text.size() > base.size() + 1 && text.compare(0, base.size(), base) == 0 &&
+        text[base.size()] == '/' && base.back() != '/' && text.back() != '/' && plain(text) &&
+        plain(base)) {
+        return text.substr(base.size() + 1);
     }
     const fs::path relative = path.lexically_normal().lexically_relative(here);
     if (relative.empty() || *relative.begin() == "..") {

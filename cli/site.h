@@ -45,6 +45,8 @@ boost::filesystem::path findAlongSearchPath(const std::string& name, const std::
 /// The path as a user would type it here: relative to the current directory when it lies below
 /// it, else unchanged.
 std::string displayPath(const boost::filesystem::path& path);
+/// The same, with the working directory given (for many paths; empty: it could not be found).
+std::string displayPath(const boost::filesystem::path& path, const boost::filesystem::path& here);
 
 /// The same file: both exist and resolve to one, or they are equal as written.
 bool sameFile(const boost::filesystem::path& a, const boost::filesystem::path& b);

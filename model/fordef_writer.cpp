@@ -9,7 +9,10 @@
 #include <array>
 #include <charconv>
 #include <cmath>
+#include <future>
 #include <memory>
+#include <system_error>
+#include <utility>
 #include <vector>
 
 namespace fs = boost::filesystem;
@@ -23,7 +26,10 @@ using namespace Fordef;
 // A streaming XML writer: two blanks of indentation per level, one element per line, attributes
 // in the order given. String attributes that XML cannot carry go into <raw> children. Text is
 // gathered in a plain buffer (many tiny appends; std::string's are too slow here) and handed to
-// the sink in pieces of about 1 MB, or kept whole for take() when there is no sink.
+// the sink in pieces of about 1 MB, or kept whole for take() when there is no sink. Each full
+// piece goes to the sink on a thread of its own while the next is built, so that writing the
+// file overlaps building its text; the last piece (for most documents the only one) goes in the
+// caller's thread. One piece at a time is with the sink, in order.
 class XmlOut {
 public:
     using Sink = ChunkSink;
@@ -35,7 +41,7 @@ public:
     void start(const char* name) {
         closeStartTag();
         if (m_sink && m_size >= kChunk) {
-            flush();
+            handOver();
         }
         indent();
         putChar('<');
@@ -122,7 +128,10 @@ public:
 
     std::string take() { return std::string(m_buffer.get(), m_size); }
 
+    /// Hands the last piece to the sink, after the pieces before it; rethrows what the sink
+    /// threw for any of them.
     void flush() {
+        waitForPending();
         if (m_sink && m_size > 0) {
             m_sink(m_buffer.get(), m_size);
             m_size = 0;
@@ -131,6 +140,29 @@ public:
 
 private:
     static constexpr std::size_t kChunk = 1 << 20;
+
+    void handOver() {
+        waitForPending();
+        std::swap(m_buffer, m_spare);
+        std::swap(m_capacity, m_spareCapacity);
+        const char* data = m_spare.get();
+        const std::size_t size = m_size;
+        m_size = 0;
+        if (!m_buffer) {
+            grow(kChunk + kChunk / 4);
+        }
+        try {
+            m_pending = std::async(std::launch::async, [this, data, size] { m_sink(data, size); });
+        } catch (const std::system_error&) {
+            // No thread to be had: the piece is written in this one.
+            m_sink(data, size);
+        }
+    }
+    void waitForPending() {
+        if (m_pending.valid()) {
+            m_pending.get();
+        }
+    }
 
     void grow(std::size_t needed) {
         const std::size_t capacity = std::max(needed, m_capacity * 2);
@@ -252,6 +284,10 @@ private:
     std::vector<const char*> m_stack;
     std::vector<std::pair<const char*, std::string>> m_raw;
     bool m_tagOpen = false;
+    std::unique_ptr<char[]> m_spare; ///< the piece with the sink, while m_pending runs
+    std::size_t m_spareCapacity = 0;
+    // Last, so that it is destroyed first: an unfinished write ends before its buffer goes.
+    std::future<void> m_pending;
 };
 
 void writeIdList(XmlOut& out, const char* element, const char* attribute,

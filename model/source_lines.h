@@ -18,9 +18,9 @@ namespace QorBorder {
 /// type manager choices), a placement's field ID, a table column's row type and field ID joined
 /// by a line feed, or a translation's key (its owner is the document).
 ///
-/// The lines are kept in flat lists, sorted when first looked up: a site's checker holds the
-/// lines of every document of the site at once, and a tree node per element would cost more than
-/// the document. Recording after a lookup is allowed; the next lookup sorts again. The same
+/// The lines are kept in flat lists, sorted when first looked up: a site's checker reads
+/// thousands of documents with their lines, and a tree node per element would cost more than the
+/// document. Recording after a lookup is allowed; the next lookup sorts again. The same
 /// object or entry recorded twice keeps its last line. A lookup may sort, so lookups from several
 /// threads at once need finish() first.
 class SourceLines {
@@ -46,6 +46,9 @@ public:
                    ? 0
                    : std::prev(found)->second;
     }
+
+    /// Whether any entry was recorded: without, of(owner, element, key) is 0 for every key.
+    bool hasEntries() const { return !m_entries.empty(); }
 
     /// Sorts the lines for lookups and gives back the room kept for more: call it once the
     /// document is read.

@@ -6,16 +6,24 @@
 
 #include "model/document_error.h"
 
+#include "base/regular_file.h"
+
+#include <sys/stat.h>
+
 #include <algorithm>
 #include <atomic>
+#include <cerrno>
 #include <cmath>
+#include <cstring>
 #include <exception>
 #include <map>
 #include <new>
 #include <set>
 #include <sstream>
+#include <string_view>
 #include <thread>
 #include <tuple>
+#include <unordered_map>
 #include <utility>
 
 namespace fs = boost::filesystem;
@@ -69,110 +77,93 @@ std::string formatNumber(double value) {
     return text.str();
 }
 
-// Where an object is defined: its document and the line of its element.
-struct Definition {
-    std::size_t document;
-    int line;
-};
-
-class Linter {
+// The rules within one document. Checking a document gives its findings and, in its facts,
+// what the rules across documents still have to resolve: the blocks it requires, the templates
+// and blocks it names.
+class DocumentRules {
 public:
-    Linter(const std::vector<LintDocument>& documents, const TemplateLookup& templateFound)
-        : m_documents(documents), m_templateFound(templateFound) {
-        for (std::size_t d = 0; d < documents.size(); ++d) {
-            const LintDocument& doc = documents[d];
-            for (const auto& border : doc.document->borderLayoutTypes(AllUnits)) {
-                m_borders[border->id].push_back({d, doc.lines.of(border.get())});
-            }
-            for (const auto& block : doc.document->blockLayouts(AllUnits)) {
-                m_blocks[block->id].push_back({d, doc.lines.of(block.get())});
-                m_blockObjects.emplace(block->id, block);
-            }
-            for (const auto& location : doc.document->allBlockLocations()) {
-                m_locations[{location->blockId, location->id}].push_back(
-                    {d, doc.lines.of(location.get())});
-            }
-        }
-    }
+    DocumentRules(const LintDocument& doc, DocumentFacts& facts) : m_doc(doc), m_facts(facts) {}
 
-    std::vector<Finding> run() {
-        for (std::size_t d = 0; d < m_documents.size(); ++d) {
-            if (!m_documents[d].checked) {
-                continue;
-            }
-            const LintDocument& doc = m_documents[d];
-            for (const auto& border : doc.document->borderLayoutTypes(AllUnits)) {
-                checkBorder(doc, *border);
-            }
-            for (const auto& block : doc.document->blockLayouts(AllUnits)) {
-                checkBlock(doc, *block);
-            }
-            for (const auto& location : doc.document->allBlockLocations()) {
-                checkLocation(doc, *location);
-            }
-            for (const auto& translation : doc.document->translations()) {
-                checkTranslation(doc, translation.first);
-            }
+    void run() {
+        const LintDocument& doc = m_doc;
+        for (const auto& border : doc.document->borderLayoutTypes(AllUnits)) {
+            checkBorder(doc, *border);
         }
-        checkDuplicates(m_borders, "border");
-        checkDuplicates(m_blocks, "block");
-        checkDuplicates(m_locations, "location");
-        std::sort(m_findings.begin(), m_findings.end());
-        return m_findings;
+        for (const auto& block : doc.document->blockLayouts(AllUnits)) {
+            checkBlock(doc, *block);
+        }
+        for (const auto& translation : doc.document->translations()) {
+            checkTranslation(doc, translation.first);
+        }
     }
 
 private:
     void report(const LintDocument& doc, int line, Severity severity, const char* rule,
                 const std::string& message) {
-        m_findings.push_back({doc.file, line, severity, message, rule});
+        m_facts.findings.push_back({doc.file, line, severity, message, rule});
     }
     void error(const LintDocument& doc, int line, const char* rule, const std::string& message) {
         report(doc, line, Severity::Error, rule, message);
     }
 
-    // Each template is looked for once per site: many layouts share a few templates, and each
-    // search walks the search path on disk.
-    bool templateFound(const std::string& name, const char* folder) {
-        auto key = std::make_pair(name, std::string(folder));
-        const auto known = m_templates.find(key);
-        if (known != m_templates.end()) {
-            return known->second;
+    // Whether the template is found is asked once per site, after every document is checked.
+    void needTemplate(int line, const std::string& name, bool frame, const std::string& item,
+                      const std::string& owner) {
+        m_facts.templates.push_back({line, name, frame, item, owner});
+    }
+
+    // The line of an entry without an object of its own; without building its key when the
+    // document was read without lines, as most documents of a site are.
+    int entryLine(const void* owner, const char* element, std::size_t index) const {
+        return m_doc.lines.hasEntries() ? m_doc.lines.of(owner, element, std::to_string(index)) : 0;
+    }
+    int entryLine(const void* owner, const char* element, const std::string& key) const {
+        return m_doc.lines.hasEntries() ? m_doc.lines.of(owner, element, key) : 0;
+    }
+
+    // Every ID after the first of its kind in one list of `count` items: `id(i)` gives item i's
+    // ID, `what` names the item ("field"), `where()` the list's owner ("block 'TB'"); `line(i)`
+    // gives item i's line. The names are only built for a finding.
+    template <class Id, class Where, class Line>
+    void checkUnique(const LintDocument& doc, std::size_t count, const Id& id, const char* what,
+                     const Where& where, const Line& line) {
+        const auto reportAt = [&](std::size_t i, std::size_t first) {
+            error(doc, line(i), kDuplicateInLayout,
+                  std::string(what) + " " + q(id(i)) + " occurs twice in " + where() +
+                      "; the first is at line " + std::to_string(line(first)));
+        };
+        // Lists are short: comparing each with those before it costs less than an index.
+        if (count <= 32) {
+            for (std::size_t i = 1; i < count; ++i) {
+                for (std::size_t j = 0; j < i; ++j) {
+                    if (id(j) == id(i)) {
+                        reportAt(i, j);
+                        break;
+                    }
+                }
+            }
+            return;
         }
-        const bool found = m_templateFound(name, folder);
-        m_templates.emplace(std::move(key), found);
-        return found;
-    }
-
-    // The block of that ID that lookups find: the first one, in document order.
-    boost::shared_ptr<const BlockLayout> block(const std::string& id) const {
-        const auto found = m_blockObjects.find(id);
-        return found == m_blockObjects.end() ? nullptr : found->second;
-    }
-
-    // Every ID after the first of its kind in one list: `what` names the item ("field"),
-    // `where` the list's owner ("block 'TB'"); `line(i)` gives item i's line.
-    template <class Line>
-    void checkUnique(const LintDocument& doc, const std::vector<std::string>& ids, const char* what,
-                     const std::string& where, const Line& line) {
-        std::map<std::string, std::size_t> first;
-        for (std::size_t i = 0; i < ids.size(); ++i) {
-            const auto inserted = first.emplace(ids[i], i);
+        std::unordered_map<std::string_view, std::size_t> first;
+        first.reserve(count);
+        for (std::size_t i = 0; i < count; ++i) {
+            const std::string& text = id(i);
+            const auto inserted = first.emplace(std::string_view(text), i);
             if (!inserted.second) {
-                error(doc, line(i), kDuplicateInLayout,
-                      std::string(what) + " " + q(ids[i]) + " occurs twice in " + where +
-                          "; the first is at line " + std::to_string(line(inserted.first->second)));
+                reportAt(i, inserted.first->second);
             }
         }
     }
 
-    void checkDrawingSizeValues(const LintDocument& doc, int line, const std::string& what,
+    template <class What>
+    void checkDrawingSizeValues(const LintDocument& doc, int line, const What& what,
                                 const DrawingSize& size) {
         const std::pair<double, const char*> extents[] = {{size.height, "height"},
                                                           {size.length, "length"}};
         for (const auto& extent : extents) {
             if (!std::isfinite(extent.first) || extent.first <= 0) {
                 error(doc, line, kDrawingSize,
-                      what + " has " + extent.second + " " + formatNumber(extent.first) +
+                      what() + " has " + extent.second + " " + formatNumber(extent.first) +
                           ", which is not a positive number");
             }
         }
@@ -181,7 +172,7 @@ private:
         for (const auto& count : zones) {
             if (count.first < 0 || count.first > Fordef::kMaxZones) {
                 error(doc, line, kDrawingSize,
-                      what + " has " + std::to_string(count.first) + " " + count.second +
+                      what() + " has " + std::to_string(count.first) + " " + count.second +
                           " zones; a drawing size has 0 to " + std::to_string(Fordef::kMaxZones));
             }
         }
@@ -193,44 +184,35 @@ private:
             {&border.sheet1RequiredBlocks, "sheet1RequiredBlock"}};
         for (const auto& requirement : requirements) {
             const std::vector<std::string>& ids = *requirement.first;
+            const bool core = requirement.first == &border.coreRequiredBlocks;
             for (std::size_t i = 0; i < ids.size(); ++i) {
-                if (!block(ids[i])) {
-                    const bool core = requirement.first == &border.coreRequiredBlocks;
-                    error(doc, doc.lines.of(&border, requirement.second, std::to_string(i)),
-                          kMissingRequiredBlock,
-                          "border " + q(border.id) + " requires block " + q(ids[i]) +
-                              (core ? " as a core block" : " on sheet 1") +
-                              ", which no document of the site defines");
-                }
+                m_facts.requiredBlocks.push_back(
+                    {entryLine(&border, requirement.second, i), border.id, ids[i], core});
             }
         }
         for (std::size_t i = 0; i < border.secondLanguages.size(); ++i) {
             const std::string& language = border.secondLanguages[i];
             if (language.find('_') != std::string::npos) {
-                error(doc, doc.lines.of(&border, "secondLanguage", std::to_string(i)),
-                      kIdUnderscore,
+                error(doc, entryLine(&border, "secondLanguage", i), kIdUnderscore,
                       "second language " + q(language) + " of border " + q(border.id) +
                           " contains '_', which breaks translation keys");
             }
         }
         const auto& sizes = border.drawingSizes();
-        std::vector<std::string> sizeNames;
-        for (const DrawingSize& size : sizes) {
-            sizeNames.push_back(size.name);
-        }
-        checkUnique(doc, sizeNames, "drawing size", "border " + q(border.id), [&](std::size_t i) {
-            return doc.lines.of(&border, "drawingSize", std::to_string(i));
-        });
+        checkUnique(
+            doc, sizes.size(), [&](std::size_t i) -> const std::string& { return sizes[i].name; },
+            "drawing size", [&] { return "border " + q(border.id); },
+            [&](std::size_t i) { return entryLine(&border, "drawingSize", i); });
         for (std::size_t i = 0; i < sizes.size(); ++i) {
             const DrawingSize& size = sizes[i];
-            const int line = doc.lines.of(&border, "drawingSize", std::to_string(i));
-            const std::string what = "drawing size " + q(size.name) + " of border " + q(border.id);
+            const int line = entryLine(&border, "drawingSize", i);
+            const auto what = [&] {
+                return "drawing size " + q(size.name) + " of border " + q(border.id);
+            };
             if (size.templateFile.empty()) {
-                error(doc, line, kMissingTemplate, what + " names no frame template");
-            } else if (!templateFound(size.templateFile, kFrameTemplates)) {
-                error(doc, line, kMissingTemplate,
-                      what + ": frame template " + q(size.templateFile) + " is not found in " +
-                          kFrameTemplates + " along the search path");
+                error(doc, line, kMissingTemplate, what() + " names no frame template");
+            } else {
+                needTemplate(line, size.templateFile, true, size.name, border.id);
             }
             checkDrawingSizeValues(doc, line, what, size);
             std::vector<std::string> unzoned;
@@ -242,31 +224,31 @@ private:
             }
             if (!unzoned.empty()) {
                 report(doc, line, Severity::Warning, kZoneCount,
-                       what + " has " + unzoned[0] + (unzoned.size() > 1 ? " and " : "") +
+                       what() + " has " + unzoned[0] + (unzoned.size() > 1 ? " and " : "") +
                            (unzoned.size() > 1 ? unzoned[1] : std::string()) +
                            " zones, but the border numbers its zones");
             }
         }
     }
 
+    // `owner()` names the field's owner: its block, or its row type and block.
+    template <class Owner>
     void checkField(const LintDocument& doc, const BlockLayout& block, const Field& field,
-                    const std::vector<std::string>& partners, const std::string& owner) {
-        const std::string name = "field " + q(field.id) + " of " + owner;
+                    const std::vector<std::string>& partners, const Owner& owner) {
+        const auto name = [&] { return "field " + q(field.id) + " of " + owner(); };
         const auto& choices = field.choices();
-        std::vector<std::string> keys;
-        for (const Choice& choice : choices) {
-            keys.push_back(choice.lookupKey);
-        }
-        checkUnique(doc, keys, "lookup key", "the choices of " + name, [&](std::size_t i) {
-            return doc.lines.of(&field, "choice", std::to_string(i));
-        });
+        checkUnique(
+            doc, choices.size(),
+            [&](std::size_t i) -> const std::string& { return choices[i].lookupKey; }, "lookup key",
+            [&] { return "the choices of " + name(); },
+            [&](std::size_t i) { return entryLine(&field, "choice", i); });
         if (field.type == Field::kTextChoiceType) {
             if (choices.empty()) {
                 error(doc, doc.lines.of(&field), kTextChoice,
-                      name + " is a text choice field without choices");
+                      name() + " is a text choice field without choices");
             } else if (field.defaultChoice >= static_cast<int>(choices.size())) {
                 report(doc, doc.lines.of(&field), Severity::Warning, kTextChoice,
-                       name + " has default choice " + std::to_string(field.defaultChoice) +
+                       name() + " has default choice " + std::to_string(field.defaultChoice) +
                            ", but its " + std::to_string(choices.size()) +
                            " choices are numbered from 0");
             }
@@ -274,7 +256,7 @@ private:
         if (!field.secondLanguageFieldId.empty() &&
             !contains(partners, field.secondLanguageFieldId)) {
             error(doc, doc.lines.of(&field), kUnknownField,
-                  "field " + q(field.id) + " of " + owner + " names second-language field " +
+                  "field " + q(field.id) + " of " + owner() + " names second-language field " +
                       q(field.secondLanguageFieldId) + ", which block " + q(block.id) +
                       " does not have");
         }
@@ -282,7 +264,7 @@ private:
 
     void checkBlock(const LintDocument& doc, const BlockLayout& block) {
         const int blockLine = doc.lines.of(&block);
-        const std::string name = "block " + q(block.id);
+        const auto name = [&] { return "block " + q(block.id); };
         if (block.id.find('_') != std::string::npos) {
             error(doc, blockLine, kIdUnderscore,
                   "block ID " + q(block.id) + " contains '_', which breaks translation keys");
@@ -290,139 +272,151 @@ private:
 
         const std::vector<std::string> fieldIds = block.fieldIds();
         const auto fields = block.fields();
-        checkUnique(doc, fieldIds, "field", name,
-                    [&](std::size_t i) { return doc.lines.of(fields.at(i).get()); });
+        checkUnique(
+            doc, fieldIds.size(), [&](std::size_t i) -> const std::string& { return fieldIds[i]; },
+            "field", name, [&](std::size_t i) { return doc.lines.of(fields.at(i).get()); });
         for (const auto& field : fields) {
             if (field->id.find('_') != std::string::npos) {
                 error(doc, doc.lines.of(field.get()), kIdUnderscore,
-                      "field ID " + q(field->id) + " of " + name +
+                      "field ID " + q(field->id) + " of " + name() +
                           " contains '_', which breaks translation keys");
             }
             const auto& choices = field->choices();
             for (std::size_t i = 0; i < choices.size(); ++i) {
                 if (choices[i].lookupKey.find('_') != std::string::npos) {
-                    error(doc, doc.lines.of(field.get(), "choice", std::to_string(i)),
-                          kIdUnderscore,
+                    error(doc, entryLine(field.get(), "choice", i), kIdUnderscore,
                           "lookup key " + q(choices[i].lookupKey) + " of field " + q(field->id) +
-                              " of " + name + " contains '_', which breaks translation keys");
+                              " of " + name() + " contains '_', which breaks translation keys");
                 }
             }
             checkField(doc, block, *field, fieldIds, name);
         }
 
         const auto styles = block.styles();
-        std::vector<std::string> styleIds;
-        for (const auto& style : styles) {
-            styleIds.push_back(style->id);
-        }
-        checkUnique(doc, styleIds, "style", name,
-                    [&](std::size_t i) { return doc.lines.of(styles.at(i).get()); });
+        checkUnique(
+            doc, styles.size(), [&](std::size_t i) -> const std::string& { return styles[i]->id; },
+            "style", name, [&](std::size_t i) { return doc.lines.of(styles.at(i).get()); });
         const bool defaultFound = std::any_of(styles.begin(), styles.end(), [&](const auto& style) {
             return style->id == block.defaultStyleId;
         });
         if (block.defaultStyleId.empty() && !styles.empty()) {
-            error(doc, blockLine, kDefaultStyle, name + " has styles but no default style");
+            error(doc, blockLine, kDefaultStyle, name() + " has styles but no default style");
         } else if (!block.defaultStyleId.empty() && !defaultFound) {
             error(doc, blockLine, kDefaultStyle,
-                  name + " has default style " + q(block.defaultStyleId) +
+                  name() + " has default style " + q(block.defaultStyleId) +
                       ", which is none of its styles");
         }
 
-        const std::vector<std::string> rowTypeIds = block.rowTypeIds();
         const auto& rowTypes = block.getTable().rowTypes();
-        checkUnique(doc, rowTypeIds, "row type", "the table of " + name,
-                    [&](std::size_t i) { return doc.lines.of(rowTypes.at(i).get()); });
-        std::vector<std::string> allFieldIds = fieldIds;
-        for (const std::string& rowTypeId : rowTypeIds) {
-            for (const std::string& id : block.tableFieldIds(rowTypeId)) {
-                allFieldIds.push_back(id);
+        checkUnique(
+            doc, rowTypes.size(),
+            [&](std::size_t i) -> const std::string& { return rowTypes[i]->id; }, "row type",
+            [&] { return "the table of " + name(); },
+            [&](std::size_t i) { return doc.lines.of(rowTypes.at(i).get()); });
+        // The row type of an ID that lookups find: the first.
+        const auto rowType = [&](const std::string& id) -> const RowType* {
+            for (const auto& row : rowTypes) {
+                if (row->id == id) {
+                    return row.get();
+                }
             }
-        }
+            return nullptr;
+        };
+        const auto hasField = [](const RowType& row, const std::string& id) {
+            const auto& rowFields = row.fields();
+            return std::any_of(rowFields.begin(), rowFields.end(),
+                               [&](const auto& field) { return field->id == id; });
+        };
 
         for (const auto& style : styles) {
-            const std::string styleName = "style " + q(style->id) + " of " + name;
+            const auto styleName = [&] { return "style " + q(style->id) + " of " + name(); };
             for (const auto& placement : style->placements()) {
                 if (!contains(fieldIds, placement.first)) {
-                    error(doc, doc.lines.of(style.get(), "placement", placement.first),
-                          kUnknownField,
-                          styleName + " places field " + q(placement.first) +
+                    error(doc, entryLine(style.get(), "placement", placement.first), kUnknownField,
+                          styleName() + " places field " + q(placement.first) +
                               ", which the block does not have");
                 }
             }
             for (const auto& column : style->tableColumns()) {
                 const std::string& rowTypeId = column.first.first;
                 const std::string& fieldId = column.first.second;
-                if (!contains(rowTypeIds, rowTypeId) ||
-                    !contains(block.tableFieldIds(rowTypeId), fieldId)) {
-                    error(doc, doc.lines.of(style.get(), "tableColumn", rowTypeId + '\n' + fieldId),
+                const RowType* row = rowType(rowTypeId);
+                if (!row || !hasField(*row, fieldId)) {
+                    error(doc, entryLine(style.get(), "tableColumn", rowTypeId + '\n' + fieldId),
                           kUnknownField,
-                          styleName + " gives a table column to field " + q(fieldId) +
+                          styleName() + " gives a table column to field " + q(fieldId) +
                               " of row type " + q(rowTypeId) + ", which the block does not have");
                 }
             }
             if (style->templateFile.empty()) {
                 error(doc, doc.lines.of(style.get()), kMissingTemplate,
-                      styleName + " names no block template");
-            } else if (!templateFound(style->templateFile, kBlockTemplates)) {
-                error(doc, doc.lines.of(style.get()), kMissingTemplate,
-                      styleName + ": block template " + q(style->templateFile) +
-                          " is not found in " + kBlockTemplates + " along the search path");
+                      styleName() + " names no block template");
+            } else {
+                needTemplate(doc.lines.of(style.get()), style->templateFile, false, style->id,
+                             block.id);
             }
         }
 
-        for (const auto& rowType : rowTypes) {
-            const std::string rowName = "row type " + q(rowType->id) + " of " + name;
-            std::vector<std::string> rowFieldIds;
-            for (const auto& field : rowType->fields()) {
-                rowFieldIds.push_back(field->id);
-            }
-            checkUnique(doc, rowFieldIds, "field", rowName,
-                        [&](std::size_t i) { return doc.lines.of(rowType->fields().at(i).get()); });
+        std::vector<std::string> partners;
+        for (const auto& row : rowTypes) {
+            const auto rowName = [&] { return "row type " + q(row->id) + " of " + name(); };
+            const auto& rowFields = row->fields();
+            checkUnique(
+                doc, rowFields.size(),
+                [&](std::size_t i) -> const std::string& { return rowFields[i]->id; }, "field",
+                rowName, [&](std::size_t i) { return doc.lines.of(rowFields.at(i).get()); });
             const std::pair<const std::string*, const char*> roles[] = {
-                {&rowType->zoneFieldId, "zone field"},
-                {&rowType->typeManagerFieldId, "type manager field"},
-                {&rowType->keyFieldId, "key field"}};
+                {&row->zoneFieldId, "zone field"},
+                {&row->typeManagerFieldId, "type manager field"},
+                {&row->keyFieldId, "key field"}};
             for (const auto& role : roles) {
-                if (!role.first->empty() && !contains(rowFieldIds, *role.first)) {
-                    error(doc, doc.lines.of(rowType.get()), kUnknownField,
-                          rowName + " names " + q(*role.first) + " as its " + role.second +
+                if (!role.first->empty() && !hasField(*row, *role.first)) {
+                    error(doc, doc.lines.of(row.get()), kUnknownField,
+                          rowName() + " names " + q(*role.first) + " as its " + role.second +
                               ", which is no field of the row type");
                 }
             }
-            const std::vector<std::string> dialogFields = rowType->dialogListFields();
+            const std::vector<std::string> dialogFields = row->dialogListFields();
             for (std::size_t i = 0; i < dialogFields.size(); ++i) {
-                if (!contains(rowFieldIds, dialogFields[i])) {
-                    error(doc, doc.lines.of(rowType.get(), "dialogField", std::to_string(i)),
-                          kUnknownField,
-                          rowName + " lists " + q(dialogFields[i]) +
+                if (!hasField(*row, dialogFields[i])) {
+                    error(doc, entryLine(row.get(), "dialogField", i), kUnknownField,
+                          rowName() + " lists " + q(dialogFields[i]) +
                               " in its input dialog, which is no field of the row type");
                 }
             }
             // A table field's partner may be a field of its row or of the block.
-            std::vector<std::string> partners = rowFieldIds;
+            partners.clear();
+            for (const auto& field : rowFields) {
+                partners.push_back(field->id);
+            }
             partners.insert(partners.end(), fieldIds.begin(), fieldIds.end());
-            for (const auto& field : rowType->fields()) {
+            for (const auto& field : rowFields) {
                 checkField(doc, block, *field, partners, rowName);
             }
         }
 
         const auto symbols = block.symbolTypes();
-        std::vector<std::string> symbolNames;
-        for (const auto& symbol : symbols) {
-            symbolNames.push_back(symbol->dialogText);
-        }
-        checkUnique(doc, symbolNames, "symbol type", name,
-                    [&](std::size_t i) { return doc.lines.of(symbols.at(i).get()); });
+        checkUnique(
+            doc, symbols.size(),
+            [&](std::size_t i) -> const std::string& { return symbols[i]->dialogText; },
+            "symbol type", name, [&](std::size_t i) { return doc.lines.of(symbols.at(i).get()); });
+        // A symbol type shows a field of the block or of a row type (of two row types of one
+        // ID, the first, which lookups find).
+        const auto anyField = [&](const std::string& id) {
+            return contains(fieldIds, id) ||
+                   std::any_of(rowTypes.begin(), rowTypes.end(), [&](const auto& row) {
+                       return rowType(row->id) == row.get() && hasField(*row, id);
+                   });
+        };
         for (const auto& symbol : symbols) {
             const std::pair<const std::vector<std::string>*, const char*> lines[] = {
                 {&symbol->line1FieldIds, "line1Field"}, {&symbol->line2FieldIds, "line2Field"}};
             for (const auto& line : lines) {
                 const std::vector<std::string>& ids = *line.first;
                 for (std::size_t i = 0; i < ids.size(); ++i) {
-                    if (!contains(allFieldIds, ids[i])) {
-                        error(doc, doc.lines.of(symbol.get(), line.second, std::to_string(i)),
-                              kUnknownField,
-                              "symbol type " + q(symbol->dialogText) + " of " + name +
+                    if (!anyField(ids[i])) {
+                        error(doc, entryLine(symbol.get(), line.second, i), kUnknownField,
+                              "symbol type " + q(symbol->dialogText) + " of " + name() +
                                   " shows field " + q(ids[i]) + " on line " +
                                   (line.first == &symbol->line1FieldIds ? "1" : "2") +
                                   ", which the block does not have");
@@ -432,28 +426,7 @@ private:
         }
     }
 
-    void checkLocation(const LintDocument& doc, const BlockLocation& location) {
-        const int line = doc.lines.of(&location);
-        const std::string name = "location " + q(location.id) + " of block " + q(location.blockId);
-        const auto target = block(location.blockId);
-        if (!target) {
-            error(doc, line, kLocationTarget, name + ": no document of the site defines the block");
-        } else if (!location.styleId.empty()) {
-            const auto styles = target->styles();
-            if (std::none_of(styles.begin(), styles.end(),
-                             [&](const auto& style) { return style->id == location.styleId; })) {
-                error(doc, line, kLocationTarget,
-                      name + " names style " + q(location.styleId) +
-                          ", which the block does not have");
-            }
-        }
-        if (!location.associatedBlockId.empty() && !block(location.associatedBlockId)) {
-            error(doc, line, kLocationTarget,
-                  name + " is placed relative to block " + q(location.associatedBlockId) +
-                      ", which no document of the site defines");
-        }
-    }
-
+    // The key's own faults here; the block and field it names are resolved across the site.
     void checkTranslation(const LintDocument& doc, const std::string& key) {
         const int line = doc.lines.of(doc.document.get(), "translation", key);
         const std::vector<std::string> parts = keyParts(key);
@@ -472,63 +445,237 @@ private:
                 return;
             }
         }
-        const auto target = block(parts[1]);
+        m_facts.translations.push_back({line, key, parts[1], parts[2]});
+    }
+
+    const LintDocument& m_doc;
+    DocumentFacts& m_facts;
+};
+
+// Where an object is defined: its document and the line of its element.
+struct Definition {
+    std::size_t document;
+    int line;
+};
+
+// Every definition of one ID, in document order; most IDs have one, which needs no list.
+struct Definitions {
+    Definition first;
+    std::vector<Definition> more;
+};
+
+// A location's key: its block's ID and its own, joined by a character no ID holds.
+std::string locationKey(const DocumentFacts::Location& location) {
+    std::string key;
+    key.reserve(location.blockId.size() + 1 + location.id.size());
+    key.append(location.blockId).append(1, '\0').append(location.id);
+    return key;
+}
+
+// The rules across documents, on the documents' facts.
+class SiteRules {
+public:
+    SiteRules(const std::vector<const DocumentFacts*>& documents,
+              const TemplateLookup& templateFound, std::vector<bool>* named)
+        : m_documents(documents), m_templateFound(templateFound), m_named(named) {
+        if (m_named) {
+            m_named->assign(documents.size(), false);
+        }
+        // Room for every ID at once: a site has thousands.
+        std::size_t borders = 0;
+        std::size_t blocks = 0;
+        std::size_t locations = 0;
+        for (const DocumentFacts* doc : documents) {
+            borders += doc->borders.size();
+            blocks += doc->blocks.size();
+            locations += doc->locations.size();
+        }
+        m_borders.reserve(borders);
+        m_blocks.reserve(blocks);
+        m_blockFacts.reserve(blocks);
+        m_locations.reserve(locations);
+        for (std::size_t d = 0; d < documents.size(); ++d) {
+            const DocumentFacts& doc = *documents[d];
+            for (const auto& border : doc.borders) {
+                define<std::string_view>(m_borders, border.id, {d, border.line});
+            }
+            for (const auto& block : doc.blocks) {
+                define<std::string_view>(m_blocks, block.id, {d, block.line});
+                m_blockFacts.emplace(block.id, &block);
+            }
+            for (const auto& location : doc.locations) {
+                define<std::string>(m_locations, locationKey(location), {d, location.line});
+            }
+        }
+    }
+
+    std::vector<Finding> run() {
+        for (std::size_t d = 0; d < m_documents.size(); ++d) {
+            const DocumentFacts& doc = *m_documents[d];
+            if (!doc.checked) {
+                continue;
+            }
+            if (!doc.findings.empty()) {
+                m_findings.insert(m_findings.end(), doc.findings.begin(), doc.findings.end());
+                name(d);
+            }
+            for (const auto& required : doc.requiredBlocks) {
+                if (!block(required.block)) {
+                    error(d, required.line, kMissingRequiredBlock,
+                          "border " + q(required.border) + " requires block " + q(required.block) +
+                              (required.core ? " as a core block" : " on sheet 1") +
+                              ", which no document of the site defines");
+                }
+            }
+            for (const auto& wanted : doc.templates) {
+                const char* folder = wanted.frame ? kFrameTemplates : kBlockTemplates;
+                if (!templateFound(wanted.name, wanted.frame)) {
+                    error(d, wanted.line, kMissingTemplate,
+                          (wanted.frame ? "drawing size " : "style ") + q(wanted.item) +
+                              (wanted.frame ? " of border " : " of block ") + q(wanted.owner) +
+                              ": " + (wanted.frame ? "frame" : "block") + " template " +
+                              q(wanted.name) + " is not found in " + folder +
+                              " along the search path");
+                }
+            }
+            for (const auto& location : doc.locations) {
+                checkLocation(d, location);
+            }
+            for (const auto& translation : doc.translations) {
+                checkTranslation(d, translation);
+            }
+        }
+        checkDuplicates(m_borders, "border");
+        checkDuplicates(m_blocks, "block");
+        checkDuplicates(m_locations, "location");
+        std::sort(m_findings.begin(), m_findings.end());
+        return m_findings;
+    }
+
+private:
+    void name(std::size_t document) {
+        if (m_named) {
+            (*m_named)[document] = true;
+        }
+    }
+    void error(std::size_t document, int line, const char* rule, const std::string& message) {
+        m_findings.push_back({m_documents[document]->file, line, Severity::Error, message, rule});
+        name(document);
+    }
+
+    // Each template is looked for once per site: many layouts share a few templates, and each
+    // search walks the search path on disk.
+    bool templateFound(const std::string& name, bool frame) {
+        std::unordered_map<std::string, bool>& known = frame ? m_frameTemplates : m_blockTemplates;
+        const auto found = known.find(name);
+        if (found != known.end()) {
+            return found->second;
+        }
+        const bool exists = m_templateFound(name, frame ? kFrameTemplates : kBlockTemplates);
+        known.emplace(name, exists);
+        return exists;
+    }
+
+    // The block of that ID that lookups find: the first one, in document order.
+    const DocumentFacts::Block* block(const std::string& id) const {
+        const auto found = m_blockFacts.find(id);
+        return found == m_blockFacts.end() ? nullptr : found->second;
+    }
+
+    void checkLocation(std::size_t d, const DocumentFacts::Location& location) {
+        const auto name = [&] {
+            return "location " + q(location.id) + " of block " + q(location.blockId);
+        };
+        const DocumentFacts::Block* target = block(location.blockId);
         if (!target) {
-            error(doc, line, kTranslationKey,
-                  "translation key " + q(key) + " names block " + q(parts[1]) +
+            error(d, location.line, kLocationTarget,
+                  name() + ": no document of the site defines the block");
+        } else if (!location.styleId.empty() && !contains(target->styleIds, location.styleId)) {
+            error(d, location.line, kLocationTarget,
+                  name() + " names style " + q(location.styleId) +
+                      ", which the block does not have");
+        }
+        if (!location.associatedBlockId.empty() && !block(location.associatedBlockId)) {
+            error(d, location.line, kLocationTarget,
+                  name() + " is placed relative to block " + q(location.associatedBlockId) +
                       ", which no document of the site defines");
-        } else if (!contains(target->fieldIds(), parts[2])) {
-            error(doc, line, kTranslationKey,
-                  "translation key " + q(key) + " names field " + q(parts[2]) + ", which block " +
-                      q(parts[1]) + " does not have");
+        }
+    }
+
+    void checkTranslation(std::size_t d, const DocumentFacts::Translation& translation) {
+        const DocumentFacts::Block* target = block(translation.block);
+        if (!target) {
+            error(d, translation.line, kTranslationKey,
+                  "translation key " + q(translation.key) + " names block " + q(translation.block) +
+                      ", which no document of the site defines");
+        } else if (!contains(target->fieldIds, translation.field)) {
+            error(d, translation.line, kTranslationKey,
+                  "translation key " + q(translation.key) + " names field " + q(translation.field) +
+                      ", which block " + q(translation.block) + " does not have");
+        }
+    }
+
+    // By ID: a view of the ID in the facts, which outlive the index; a location's key is made.
+    template <class Key>
+    using Index = std::unordered_map<Key, Definitions>;
+
+    template <class Key>
+    static void define(Index<Key>& index, Key id, const Definition& where) {
+        const auto inserted = index.try_emplace(std::move(id), Definitions{where, {}});
+        if (!inserted.second) {
+            inserted.first->second.more.push_back(where);
         }
     }
 
     // One finding per duplicate at each definition after the first, naming the first; when none
-    // of those is checked but the first is, the first names the second.
+    // of those is checked but the first is, the first names the second. The order does not
+    // matter: the findings are sorted.
     template <class Key>
-    void checkDuplicates(const std::map<Key, std::vector<Definition>>& index, const char* kind) {
+    void checkDuplicates(const Index<Key>& index, const char* kind) {
         for (const auto& entry : index) {
-            const std::vector<Definition>& definitions = entry.second;
-            if (definitions.size() < 2) {
+            const Definitions& definitions = entry.second;
+            if (definitions.more.empty()) {
                 continue;
             }
+            const std::string id = idText(kind, entry.first);
             bool reported = false;
-            for (std::size_t i = 1; i < definitions.size(); ++i) {
-                if (m_documents[definitions[i].document].checked) {
-                    reportDuplicate(kind, entry.first, definitions[i], definitions[0]);
+            for (const Definition& later : definitions.more) {
+                if (m_documents[later.document]->checked) {
+                    reportDuplicate(kind, id, later, definitions.first);
                     reported = true;
                 }
             }
-            if (!reported && m_documents[definitions[0].document].checked) {
-                reportDuplicate(kind, entry.first, definitions[0], definitions[1]);
+            if (!reported && m_documents[definitions.first.document]->checked) {
+                reportDuplicate(kind, id, definitions.first, definitions.more.front());
             }
         }
     }
 
-    static std::string idText(const std::string& id) { return q(id); }
-    static std::string idText(const std::pair<std::string, std::string>& location) {
-        return q(location.second) + " of block " + q(location.first);
+    static std::string idText(const char*, std::string_view id) { return q(std::string(id)); }
+    static std::string idText(const char*, const std::string& location) {
+        const auto separator = location.find('\0');
+        return q(location.substr(separator + 1)) + " of block " + q(location.substr(0, separator));
     }
 
-    template <class Key>
-    void reportDuplicate(const char* kind, const Key& id, const Definition& here,
+    void reportDuplicate(const char* kind, const std::string& id, const Definition& here,
                          const Definition& other) {
-        const LintDocument& doc = m_documents[here.document];
-        const LintDocument& otherDoc = m_documents[other.document];
-        error(doc, here.line, kDuplicateId,
-              std::string(kind) + " " + idText(id) + " is also defined at " + otherDoc.file +
+        const DocumentFacts& otherDoc = *m_documents[other.document];
+        error(here.document, here.line, kDuplicateId,
+              std::string(kind) + " " + id + " is also defined at " + otherDoc.file +
                   // An open document's unsaved objects have no line yet.
                   (other.line > 0 ? ":" + std::to_string(other.line) : std::string()));
+        name(other.document);
     }
 
-    const std::vector<LintDocument>& m_documents;
+    const std::vector<const DocumentFacts*>& m_documents;
     const TemplateLookup& m_templateFound;
-    std::map<std::pair<std::string, std::string>, bool> m_templates;
-    std::map<std::string, std::vector<Definition>> m_borders;
-    std::map<std::string, std::vector<Definition>> m_blocks;
-    std::map<std::pair<std::string, std::string>, std::vector<Definition>> m_locations;
-    std::map<std::string, boost::shared_ptr<const BlockLayout>> m_blockObjects;
+    std::vector<bool>* m_named;
+    std::unordered_map<std::string, bool> m_frameTemplates;
+    std::unordered_map<std::string, bool> m_blockTemplates;
+    Index<std::string_view> m_borders;
+    Index<std::string_view> m_blocks;
+    Index<std::string> m_locations;
+    std::unordered_map<std::string_view, const DocumentFacts::Block*> m_blockFacts;
     std::vector<Finding> m_findings;
 };
 
@@ -562,35 +709,81 @@ const std::vector<LintRule>& lintRules() {
     return rules;
 }
 
+DocumentFacts documentFacts(const LintDocument& doc) {
+    DocumentFacts facts;
+    facts.file = doc.file;
+    facts.checked = doc.checked;
+    for (const auto& border : doc.document->borderLayoutTypes(AllUnits)) {
+        facts.borders.push_back({border->id, doc.lines.of(border.get())});
+    }
+    for (const auto& block : doc.document->blockLayouts(AllUnits)) {
+        DocumentFacts::Block& kept = facts.blocks.emplace_back();
+        kept.id = block->id;
+        kept.line = doc.lines.of(block.get());
+        kept.fieldIds = block->fieldIds();
+        for (const auto& style : block->styles()) {
+            kept.styleIds.push_back(style->id);
+        }
+    }
+    for (const auto& location : doc.document->allBlockLocations()) {
+        facts.locations.push_back({location->blockId, location->id, location->styleId,
+                                   location->associatedBlockId, doc.lines.of(location.get())});
+    }
+    if (doc.checked) {
+        DocumentRules(doc, facts).run();
+    }
+    return facts;
+}
+
+std::vector<Finding> lint(const std::vector<const DocumentFacts*>& documents,
+                          const TemplateLookup& templateFound, std::vector<bool>* named) {
+    return SiteRules(documents, templateFound, named).run();
+}
+
 std::vector<Finding> lint(const std::vector<LintDocument>& documents,
                           const TemplateLookup& templateFound) {
-    return Linter(documents, templateFound).run();
+    std::vector<DocumentFacts> facts;
+    facts.reserve(documents.size());
+    std::vector<const DocumentFacts*> pointers;
+    for (const LintDocument& doc : documents) {
+        facts.push_back(documentFacts(doc));
+        pointers.push_back(&facts.back());
+    }
+    return lint(pointers, templateFound);
 }
 
 LintDocument readLintDocument(const fs::path& file, const std::string& shownAs, bool checked) {
+    return readLintDocument(file, shownAs, checked, true);
+}
+
+LintDocument readLintDocument(const fs::path& file, const std::string& shownAs, bool checked,
+                              bool withLines) {
     LintDocument doc;
     doc.file = shownAs;
     doc.checked = checked;
-    doc.document = FordefReader::read(file, &doc.lines);
+    doc.document = FordefReader::read(file, withLines ? &doc.lines : nullptr);
     doc.lines.finish();
     return doc;
 }
 
-std::vector<LintReading> readLintDocuments(const std::vector<LintSource>& sources,
-                                           unsigned threads) {
-    std::vector<LintReading> readings(sources.size());
-    // Each thread takes the next unread source; every reading has its own slot, so the threads
-    // share nothing else.
+namespace {
+
+// Reads each source with `read(source, reading)` on `threads` threads (0: one per core), each
+// reading in its own slot. A DocumentError or a lack of memory becomes the reading's error; any
+// other failure is raised in the caller's thread, as a single-threaded read would raise it, the
+// first in the order of the sources.
+template <class Reading, class Read>
+std::vector<Reading> readOnThreads(const std::vector<LintSource>& sources, unsigned threads,
+                                   const Read& read) {
+    std::vector<Reading> readings(sources.size());
+    // Each thread takes the next unread source; the threads share nothing else.
     std::atomic<std::size_t> next{0};
-    // Any other failure is raised in the caller's thread, as a single-threaded read would raise
-    // it, the first in the order of the sources.
     std::vector<std::exception_ptr> failures(sources.size());
     const auto work = [&] {
         for (std::size_t i = next++; i < sources.size(); i = next++) {
             const LintSource& source = sources[i];
             try {
-                readings[i].document =
-                    readLintDocument(source.file, source.shownAs, source.checked);
+                read(source, readings[i]);
             } catch (const DocumentError& e) {
                 readings[i].error = e.what();
                 readings[i].errorLine = e.line();
@@ -621,6 +814,90 @@ std::vector<LintReading> readLintDocuments(const std::vector<LintSource>& source
         }
     }
     return readings;
+}
+
+// A FIFO or a device is refused without being opened: opening one could block, or act.
+void refuseIrregular(const fs::path& file) {
+    struct stat status {};
+    if (::stat(file.c_str(), &status) != 0) {
+        throw DocumentError(file.string(), 0,
+                            std::string("cannot open the file: ") + std::strerror(errno));
+    }
+    if (!S_ISREG(status.st_mode)) {
+        throw DocumentError(file.string(), 0,
+                            "it is " + Base::fileKind(status.st_mode) + ", not a regular file");
+    }
+}
+
+} // namespace
+
+std::vector<LintReading> readLintDocuments(const std::vector<LintSource>& sources,
+                                           unsigned threads) {
+    return readOnThreads<LintReading>(
+        sources, threads, [](const LintSource& source, LintReading& reading) {
+            reading.document = readLintDocument(source.file, source.shownAs, source.checked);
+        });
+}
+
+std::vector<FactsReading> readDocumentFacts(const std::vector<LintSource>& sources, bool withLines,
+                                            unsigned threads) {
+    return readOnThreads<FactsReading>(
+        sources, threads, [withLines](const LintSource& source, FactsReading& reading) {
+            refuseIrregular(source.file);
+            // The document itself is let go on this thread, as soon as its facts are taken.
+            reading.facts = documentFacts(
+                readLintDocument(source.file, source.shownAs, source.checked, withLines));
+        });
+}
+
+LintedFiles lintFiles(const std::vector<LintSource>& sources, const TemplateLookup& templateFound,
+                      unsigned threads) {
+    LintedFiles result;
+    std::vector<FactsReading> readings = readDocumentFacts(sources, false, threads);
+    // Context documents first, in the order given, so that lookups find what the configurator
+    // finds; the read ones only, each remembering its source.
+    std::vector<std::size_t> order;
+    for (int pass = 0; pass < 2; ++pass) {
+        for (std::size_t i = 0; i < readings.size(); ++i) {
+            if (readings[i].error.empty() && readings[i].facts.checked == (pass == 1)) {
+                order.push_back(i);
+            }
+        }
+    }
+    for (std::size_t i = 0; i < readings.size(); ++i) {
+        if (!readings[i].error.empty()) {
+            result.unreadable.push_back({i, readings[i].errorLine, readings[i].reason});
+        }
+    }
+    std::vector<const DocumentFacts*> documents;
+    for (std::size_t i : order) {
+        documents.push_back(&readings[i].facts);
+    }
+    std::vector<bool> named;
+    result.findings = lint(documents, templateFound, &named);
+    if (result.findings.empty()) {
+        return result;
+    }
+    // Most documents of a kept site have no finding, and recording where each element stands
+    // costs more than reading it: only the documents that the findings name are read again,
+    // with their lines, and the same findings are worked out with those lines.
+    std::vector<LintSource> again;
+    std::vector<std::size_t> againAt;
+    for (std::size_t k = 0; k < order.size(); ++k) {
+        if (named[k]) {
+            again.push_back(sources[order[k]]);
+            againAt.push_back(order[k]);
+        }
+    }
+    std::vector<FactsReading> lined = readDocumentFacts(again, true, threads);
+    for (std::size_t k = 0; k < lined.size(); ++k) {
+        // A file changed or gone since the first read keeps what that read found, without lines.
+        if (lined[k].error.empty()) {
+            readings[againAt[k]].facts = std::move(lined[k].facts);
+        }
+    }
+    result.findings = lint(documents, templateFound);
+    return result;
 }
 
 } // namespace QorLint

@@ -50,15 +50,15 @@ void SiteCheck::readChanged(const std::vector<fs::path>& files) {
         }
     }
     // On every core: the first check after the configurator starts reads the whole site.
-    std::vector<LintReading> readings = readLintDocuments(sources);
+    // With their lines: a duplicate found later names the line of the other definition.
+    std::vector<FactsReading> readings = readDocumentFacts(sources, true);
     for (std::size_t i = 0; i < readings.size(); ++i) {
         Cached& cached = m_cache[sources[i].file];
         cached.identity = identities[i];
         // A document that cannot be read is not the saved document's fault: the site's own
         // check reports it. It gives no context here.
-        cached.document = readings[i].error.empty()
-                              ? std::move(readings[i].document)
-                              : LintDocument{sources[i].shownAs, {}, {}, false};
+        cached.read = readings[i].error.empty();
+        cached.facts = cached.read ? std::move(readings[i].facts) : DocumentFacts{};
     }
 }
 
@@ -111,8 +111,15 @@ std::vector<Finding> SiteCheck::check(
     }
     readChanged(onDisk);
 
-    // Context first, in search order, so that lookups find what the configurator finds.
-    std::vector<LintDocument> documents;
+    // Context first, in search order, so that lookups find what the configurator finds. The
+    // facts of the open documents with unsaved changes are taken anew at each check.
+    std::vector<DocumentFacts> unsavedFacts;
+    unsavedFacts.reserve(unsaved.size() + outsideSite.size());
+    const auto openFacts = [&unsavedFacts](const std::string& name, const auto& document) {
+        unsavedFacts.push_back(documentFacts({name, document, {}, false}));
+        return &unsavedFacts.back();
+    };
+    std::vector<const DocumentFacts*> documents;
     std::vector<fs::path> listed;
     for (const fs::path& siteFile : siteDocuments) {
         const fs::path path = normalised(siteFile);
@@ -122,19 +129,19 @@ std::vector<Finding> SiteCheck::check(
         listed.push_back(path);
         const auto open = unsaved.find(path);
         if (open != unsaved.end()) {
-            documents.push_back({siteFile.string(), open->second, {}, false});
-        } else if (const LintDocument& read = m_cache.at(siteFile).document; read.document) {
-            documents.push_back(read);
+            documents.push_back(openFacts(siteFile.string(), open->second));
+        } else if (const Cached& read = m_cache.at(siteFile); read.read) {
+            documents.push_back(&read.facts);
         }
     }
     for (const auto& open : unsaved) {
         if (open.first != savedPath &&
             std::find(listed.begin(), listed.end(), open.first) == listed.end()) {
-            documents.push_back({open.first.string(), open.second, {}, false});
+            documents.push_back(openFacts(open.first.string(), open.second));
         }
     }
     for (const OpenDocument* open : outsideSite) {
-        documents.push_back({open->document->displayName(), open->document, {}, false});
+        documents.push_back(openFacts(open->document->displayName(), open->document));
     }
 
     const TemplateLookup lookup = [this, &templateFound](const std::string& name,
@@ -143,12 +150,13 @@ std::vector<Finding> SiteCheck::check(
     };
     // The document as saved, without lines: most saves have no finding, and then the file
     // need not be read back.
-    documents.push_back({file.string(), saved, {}, true});
+    DocumentFacts savedFacts = documentFacts({file.string(), saved, {}, true});
+    documents.push_back(&savedFacts);
     if (lint(documents, lookup).empty()) {
         return {};
     }
     // Read back, for the lines that the findings name: the same findings as for the file.
-    documents.back() = readLintDocument(file, file.string(), true);
+    savedFacts = documentFacts(readLintDocument(file, file.string(), true));
     return lint(documents, lookup);
 }
 

@@ -46,7 +46,8 @@ private:
     };
     struct Cached {
         Identity identity;
-        LintDocument document; ///< null document: the file could not be read
+        bool read = false;   ///< false: the file could not be read
+        DocumentFacts facts; ///< all a check needs of the document, not the document
     };
 
     static Identity identityOf(const boost::filesystem::path& file);

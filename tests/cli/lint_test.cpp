@@ -252,6 +252,28 @@ TEST_F(LintCommand, AnUnreadableDocumentOfTheSiteIsAFinding) {
         << m_out.str();
 }
 
+// A FIFO or a device in the site's folder is no document of the site: it is left out without
+// being opened (lint does not wait on the FIFO), and the documents are checked.
+TEST_F(LintCommand, ASiteFileThatIsNotARegularFileIsLeftOut) {
+    TestUtil::TempDir dir;
+    copyTree(kExamples / "site", dir.path() / "site");
+    const fs::path fifo = dir.path() / "site/format_defs/pipe.fordef";
+    ASSERT_EQ(std::system(("mkfifo '" + fifo.string() + "'").c_str()), 0);
+    fs::create_symlink("/dev/zero", dir.path() / "site/format_defs/zero.fordef");
+    dir.write("site/format_defs/broken.fordef", "<fordef version=\"1\"><x/></fordef>\n");
+    LintOptions options;
+    options.site.site = (dir.path() / "site").string();
+    options.site.configuration = "none";
+    dir.mkdir("configurations/none");
+    EXPECT_EQ(run(options), 1) << m_err.str();
+    EXPECT_NE(m_out.str().find("broken.fordef:1: error: unexpected element 'x' in 'fordef' "
+                               "[unreadable]\n"),
+              std::string::npos)
+        << m_out.str();
+    EXPECT_EQ(m_out.str().find("pipe.fordef"), std::string::npos) << m_out.str();
+    EXPECT_EQ(m_out.str().find("zero.fordef"), std::string::npos) << m_out.str();
+}
+
 TEST_F(LintCommand, AFileThatIsNotARegularFileIsRefusedAtOnceNamingIt) {
     TestUtil::TempDir dir;
     const fs::path fifo = dir.path() / "pipe.fordef";
@@ -401,4 +423,28 @@ TEST_F(LintCommand, AConfigurationThatDoesNotExistIsAnInputError) {
     EXPECT_NE(m_err.str().find("configuration 'nowhere' not found"), std::string::npos)
         << m_err.str();
     EXPECT_EQ(m_out.str(), "");
+}
+
+// Paths are shown relative to the working folder when they lie below it, the same whether they
+// are plain or hold "." or ".." parts or doubled separators; others as given.
+TEST(DisplayPath, BelowTheWorkingFolderRelativeElseAsGiven) {
+    const fs::path here = "/work/site";
+    const struct {
+        const char* path;
+        const char* shown;
+    } cases[] = {
+        {"/work/site/format_defs/a.fordef", "format_defs/a.fordef"},
+        {"/work/site/./format_defs/a.fordef", "format_defs/a.fordef"},
+        {"/work/site/x/../format_defs/a.fordef", "format_defs/a.fordef"},
+        {"/work/site//format_defs/a.fordef", "format_defs/a.fordef"},
+        {"/work/site/.hidden.fordef", ".hidden.fordef"},
+        {"/work/sites/a.fordef", "/work/sites/a.fordef"},
+        {"/work/site/../other/a.fordef", "/work/site/../other/a.fordef"},
+        {"/elsewhere/a.fordef", "/elsewhere/a.fordef"},
+        {"relative/a.fordef", "relative/a.fordef"},
+    };
+    for (const auto& c : cases) {
+        EXPECT_EQ(displayPath(c.path, here), c.shown) << c.path;
+    }
+    EXPECT_EQ(displayPath("/work/site/a.fordef", fs::path()), "/work/site/a.fordef");
 }

@@ -13,6 +13,7 @@
 #include <algorithm>
 #include <csignal>
 #include <cstring>
+#include <fcntl.h>
 #include <fstream>
 #include <functional>
 #include <sched.h>
@@ -502,4 +503,64 @@ TEST(FordefWriter, ReplacementReportsTheSizeAndHashOfTheNewFile) {
     EXPECT_EQ(state.inode, static_cast<std::uint64_t>(info.st_ino));
     EXPECT_EQ(state.modifiedNs,
               static_cast<std::int64_t>(info.st_mtim.tv_sec) * 1000000000 + info.st_mtim.tv_nsec);
+}
+
+namespace {
+
+// A document whose text is larger than `bytes`: the full sample's blocks, many times over.
+boost::shared_ptr<DefinitionDocument> documentLargerThan(std::size_t bytes,
+                                                         const std::string& name) {
+    const auto large = boost::make_shared<DefinitionDocument>(name);
+    const auto sample = ModelTest::makeFullDocument("");
+    while (FordefWriter::toXml(*large).size() <= bytes) {
+        for (int copy = 0; copy < 50; ++copy) {
+            for (const auto& block : sample->blockLayouts(AllUnits)) {
+                large->addBlockLayout(boost::make_shared<BlockLayout>(*block));
+            }
+        }
+    }
+    return large;
+}
+
+} // namespace
+
+// A document of many pieces (each written while the next is built) is saved byte for byte as
+// its text, and the state the save reports is that of those bytes.
+TEST(FordefWriter, ADocumentOfManyPiecesIsSavedWhole) {
+    TestUtil::TempDir dir;
+    const fs::path file = dir.path() / "large.fordef";
+    const auto large = documentLargerThan(5u << 20, file.string());
+    large->save(file);
+    const std::string text = FordefWriter::toXml(*large);
+    EXPECT_TRUE(TestUtil::readFile(file) == text);
+    EXPECT_FALSE(large->modified);
+    // Touched but not changed, the file is compared by its hash: the one the save recorded of
+    // what it wrote lets the next save through.
+    const struct timespec times[2] = {{0, UTIME_NOW}, {0, UTIME_NOW}};
+    ASSERT_EQ(::utimensat(AT_FDCWD, file.c_str(), times, 0), 0);
+    large->modified = true;
+    EXPECT_NO_THROW(large->save());
+}
+
+// A write that fails in an early piece, written on the writing thread, fails the save as one in
+// the last piece does: its message, the old file whole, the process alive and no SIGXFSZ left.
+TEST(FordefWriter, AFailedWriteOfAnEarlyPieceFailsTheSaveAndTheProcessLives) {
+    TestUtil::TempDir dir;
+    const fs::path file = dir.path() / "a.fordef";
+    ModelTest::makeSmallDocument("")->save(file);
+    const auto large = documentLargerThan(4u << 20, file.string());
+    EXPECT_EQ(inChild(
+                  [&]() -> std::string {
+                      const std::string result = expectFailedSave(
+                          file, "cannot write: the file would exceed the largest size allowed",
+                          large);
+                      sigset_t pending;
+                      ::sigpending(&pending);
+                      if (!result.empty()) {
+                          return result;
+                      }
+                      return ::sigismember(&pending, SIGXFSZ) ? "SIGXFSZ still pending" : "";
+                  },
+                  false, 1u << 20, true),
+              "");
 }
