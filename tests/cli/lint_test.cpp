@@ -61,6 +61,20 @@ protected:
         return runLint(options, m_out, m_err);
     }
 
+    // A copy of the example site in `dir` with a document the reader refuses, and the options
+    // that lint it (a configuration of its own, so that no other site's settings come in).
+    LintOptions siteWithABrokenDocument(TestUtil::TempDir& dir) {
+        copyTree(kExamples / "site", dir.path() / "site");
+        dir.write("site/format_defs/broken.fordef", "<fordef version=\"1\"><x/></fordef>\n");
+        dir.mkdir("configurations/none");
+        LintOptions options;
+        options.site.site = (dir.path() / "site").string();
+        options.site.configuration = "none";
+        return options;
+    }
+    static constexpr const char* kBrokenFinding =
+        "broken.fordef:1: error: unexpected element 'x' in 'fordef' [unreadable]\n";
+
     TestUtil::ScopedEnvironment m_environment;
     std::ostringstream m_out;
     std::ostringstream m_err;
@@ -239,37 +253,21 @@ TEST_F(LintCommand, AnUnreadableDocumentIsAFindingAndTheOthersAreStillChecked) {
 
 TEST_F(LintCommand, AnUnreadableDocumentOfTheSiteIsAFinding) {
     TestUtil::TempDir dir;
-    copyTree(kExamples / "site", dir.path() / "site");
-    dir.write("site/format_defs/broken.fordef", "<fordef version=\"1\"><x/></fordef>\n");
-    LintOptions options;
-    options.site.site = (dir.path() / "site").string();
-    options.site.configuration = "none";
-    dir.mkdir("configurations/none");
+    const LintOptions options = siteWithABrokenDocument(dir);
     EXPECT_EQ(run(options), 1) << m_err.str();
-    EXPECT_NE(m_out.str().find("broken.fordef:1: error: unexpected element 'x' in 'fordef' "
-                               "[unreadable]\n"),
-              std::string::npos)
-        << m_out.str();
+    EXPECT_NE(m_out.str().find(kBrokenFinding), std::string::npos) << m_out.str();
 }
 
 // A FIFO or a device in the site's folder is no document of the site: it is left out without
 // being opened (lint does not wait on the FIFO), and the documents are checked.
 TEST_F(LintCommand, ASiteFileThatIsNotARegularFileIsLeftOut) {
     TestUtil::TempDir dir;
-    copyTree(kExamples / "site", dir.path() / "site");
+    const LintOptions options = siteWithABrokenDocument(dir);
     const fs::path fifo = dir.path() / "site/format_defs/pipe.fordef";
     ASSERT_EQ(std::system(("mkfifo '" + fifo.string() + "'").c_str()), 0);
     fs::create_symlink("/dev/zero", dir.path() / "site/format_defs/zero.fordef");
-    dir.write("site/format_defs/broken.fordef", "<fordef version=\"1\"><x/></fordef>\n");
-    LintOptions options;
-    options.site.site = (dir.path() / "site").string();
-    options.site.configuration = "none";
-    dir.mkdir("configurations/none");
     EXPECT_EQ(run(options), 1) << m_err.str();
-    EXPECT_NE(m_out.str().find("broken.fordef:1: error: unexpected element 'x' in 'fordef' "
-                               "[unreadable]\n"),
-              std::string::npos)
-        << m_out.str();
+    EXPECT_NE(m_out.str().find(kBrokenFinding), std::string::npos) << m_out.str();
     EXPECT_EQ(m_out.str().find("pipe.fordef"), std::string::npos) << m_out.str();
     EXPECT_EQ(m_out.str().find("zero.fordef"), std::string::npos) << m_out.str();
 }
