@@ -353,6 +353,294 @@ TEST_F(NewDialog, TitleTheResourceFileOrJournalWouldHaveToEscapeIsRefused) {
     }
 }
 
+TEST_F(NewDialog, WithoutControlsTheDialogHasOneStringTextLabelledTextThatOkRefusesEmpty) {
+    ASSERT_EQ(newDialog(root.path(), {"RevisionNoteDialog", "block"}).status, 0);
+    EXPECT_NE(read("resources/qorfmt_config_revision_note.dlg")
+                  .find("  <string name=\"TEXT\" label=\"Text\" width=\"30\"/>\n"),
+              std::string::npos);
+    EXPECT_NE(read("block/revision_note_dialog.h").find("    std::string text;\n"),
+              std::string::npos);
+    EXPECT_NE(read("block/revision_note_dialog.cpp").find("\"Text must not be empty.\""),
+              std::string::npos);
+    EXPECT_NE(read("tests/block/revision_note_dialog_test.cpp")
+                  .find("OkWithEmptyTextShowsTheErrorAndLeavesTheValueUnchanged"),
+              std::string::npos);
+}
+
+/// The lines of `text` that hold `marker`, in order.
+std::vector<std::string> linesWith(const std::string& text, const std::string& marker) {
+    std::vector<std::string> lines;
+    std::size_t start = 0;
+    while (start < text.size()) {
+        std::size_t end = text.find('\n', start);
+        if (end == std::string::npos) {
+            end = text.size();
+        }
+        const std::string line = text.substr(start, end - start);
+        if (line.find(marker) != std::string::npos) {
+            lines.push_back(line);
+        }
+        start = end + 1;
+    }
+    return lines;
+}
+
+TEST_F(NewDialog, ControlsAreWrittenInTheOrderGivenIntoEveryFile) {
+    const ScriptRun run =
+        newDialog(root.path(), {"StampDialog", "border", "--control", "TEXT:string:Stamp Text",
+                                "--control", "COPIES:integer", "--control", "HINT:label:Fixed",
+                                "--control", "CONFIDENTIAL:toggle", "--control", "SCALE:real"});
+    ASSERT_EQ(run.status, 0) << run.output;
+    EXPECT_NE(run.output.find("a string TEXT, an integer COPIES, a label HINT, a toggle "
+                              "CONFIDENTIAL, a real SCALE, OK, Cancel"),
+              std::string::npos)
+        << run.output;
+    EXPECT_EQ(linesWith(read("border/stamp_dialog_names.h"), "[] = \""),
+              (std::vector<std::string>{
+                  "inline constexpr char kResourceFile[] = \"qorfmt_config_stamp.dlg\";",
+                  "inline constexpr char kDialogName[] = \"qorborder_config_stamp\";",
+                  "inline constexpr char TEXT[] = \"TEXT\";",
+                  "inline constexpr char COPIES[] = \"COPIES\";",
+                  "inline constexpr char HINT[] = \"HINT\";",
+                  "inline constexpr char CONFIDENTIAL[] = \"CONFIDENTIAL\";",
+                  "inline constexpr char SCALE[] = \"SCALE\";"}));
+    EXPECT_EQ(linesWith(read("resources/qorfmt_config_stamp.dlg"), " name=\""),
+              (std::vector<std::string>{
+                  "<dialog format=\"1\" name=\"qorborder_config_stamp\" title=\"Stamp\"",
+                  "  <string name=\"TEXT\" label=\"Stamp Text\" width=\"30\"/>",
+                  "  <integer name=\"COPIES\" label=\"Copies\" width=\"6\"/>",
+                  "  <label name=\"HINT\" label=\"Fixed\"/>",
+                  "  <toggle name=\"CONFIDENTIAL\" label=\"Confidential\"/>",
+                  "  <real name=\"SCALE\" label=\"Scale\" width=\"8\"/>"}));
+    const std::string header = read("border/stamp_dialog.h");
+    EXPECT_NE(header.find("struct Stamp {\n"
+                          "    std::string text;\n"
+                          "    int copies = 0;\n"
+                          "    bool confidential = false;\n"
+                          "    double scale = 0.0;\n"
+                          "};\n"),
+              std::string::npos)
+        << header;
+    EXPECT_NE(header.find("    boost::shared_ptr<KivNX::UI::StringItem> m_text;\n"
+                          "    boost::shared_ptr<NXOpen::UIStyler::IntegerItem> m_copies;\n"
+                          "    boost::shared_ptr<NXOpen::UIStyler::Toggle> m_confidential;\n"
+                          "    boost::shared_ptr<NXOpen::UIStyler::RealItem> m_scale;\n"),
+              std::string::npos)
+        << header;
+    const std::string source = read("border/stamp_dialog.cpp");
+    EXPECT_NE(source.find("    m_text = bind.control<KivNX::UI::StringItem>(Names::TEXT);\n"
+                          "    m_copies = bind.control<IntegerItem>(Names::COPIES);\n"
+                          "    m_confidential = bind.control<Toggle>(Names::CONFIDENTIAL);\n"
+                          "    m_scale = bind.control<RealItem>(Names::SCALE);\n"),
+              std::string::npos)
+        << source;
+    EXPECT_NE(source.find("    m_text->SetItemValue(m_stamp->text);\n"
+                          "    m_copies->SetItemValue(m_stamp->copies);\n"
+                          "    m_confidential->SetItemValue(m_stamp->confidential);\n"
+                          "    m_scale->SetItemValue(m_stamp->scale);\n"),
+              std::string::npos)
+        << source;
+    EXPECT_NE(source.find("    m_stamp->text = text;\n"
+                          "    m_stamp->copies = m_copies->ItemValue();\n"
+                          "    m_stamp->confidential = m_confidential->ItemValue();\n"
+                          "    m_stamp->scale = m_scale->ItemValue();\n"),
+              std::string::npos)
+        << source;
+    EXPECT_EQ(source.find("HINT"), std::string::npos) << "a label is not bound: " << source;
+    const std::string table = read("tests/workspace/resource_files_test.cpp");
+    EXPECT_NE(
+        table.find("             {StampNames::TEXT, ItemKind::StringItem},\n"
+                   "             {StampNames::COPIES, ItemKind::IntegerItem},\n"
+                   "             {StampNames::HINT, ItemKind::LabelItem, Binding::HeldOnly},\n"
+                   "             {StampNames::CONFIDENTIAL, ItemKind::Toggle},\n"
+                   "             {StampNames::SCALE, ItemKind::RealItem},\n"),
+        std::string::npos);
+}
+
+TEST_F(NewDialog, TestJournalsFillEveryValueWriteEveryValueOnOkAndNothingOnCancel) {
+    ASSERT_EQ(
+        newDialog(root.path(), {"StampDialog", "border", "--control", "TEXT:string:Stamp Text",
+                                "--control", "COPIES:integer", "--control", "HINT:label:Fixed",
+                                "--control", "CONFIDENTIAL:toggle", "--control", "SCALE:real"})
+            .status,
+        0);
+    const std::string test = read("tests/border/stamp_dialog_test.cpp");
+    EXPECT_NE(test.find("        stamp.text = \"First Stamp Text\";\n"
+                        "        stamp.copies = 2;\n"
+                        "        stamp.confidential = true;\n"
+                        "        stamp.scale = 5.5;\n"),
+              std::string::npos)
+        << test;
+    EXPECT_NE(test.find("  expect value TEXT \"First Stamp Text\"\n"
+                        "  expect value COPIES 2\n"
+                        "  expect label HINT \"Fixed\"\n"
+                        "  expect value CONFIDENTIAL on\n"
+                        "  expect value SCALE 5.5\n"
+                        "  cancel\n"),
+              std::string::npos)
+        << test;
+    EXPECT_NE(test.find("  set TEXT \"Second Stamp Text\"\n"
+                        "  set COPIES 102\n"
+                        "  set CONFIDENTIAL off\n"
+                        "  set SCALE 105.25\n"
+                        "  ok\n"),
+              std::string::npos)
+        << test;
+    EXPECT_NE(test.find("    EXPECT_EQ(stamp.text, \"Second Stamp Text\");\n"
+                        "    EXPECT_EQ(stamp.copies, 102);\n"
+                        "    EXPECT_FALSE(stamp.confidential);\n"
+                        "    EXPECT_DOUBLE_EQ(stamp.scale, 105.25);\n"),
+              std::string::npos)
+        << test;
+    EXPECT_NE(test.find("  set SCALE 205.75\n"
+                        "  cancel\n"
+                        ")J\"));\n"
+                        "    EXPECT_NE(response, NXOpen::UIStyler::DialogResponseOk);\n"
+                        "    EXPECT_EQ(stamp.text, \"First Stamp Text\");\n"
+                        "    EXPECT_EQ(stamp.copies, 2);\n"
+                        "    EXPECT_TRUE(stamp.confidential);\n"
+                        "    EXPECT_DOUBLE_EQ(stamp.scale, 5.5);\n"),
+              std::string::npos)
+        << test;
+}
+
+TEST_F(NewDialog, LabelDefaultsToTheWordsOfTheControlName) {
+    ASSERT_EQ(newDialog(root.path(), {"StampDialog", "border", "--control=COPY_COUNT:integer",
+                                      "--control", "A4_SHEET:toggle"})
+                  .status,
+              0);
+    const std::string dlg = read("resources/qorfmt_config_stamp.dlg");
+    EXPECT_NE(dlg.find("name=\"COPY_COUNT\" label=\"Copy Count\""), std::string::npos) << dlg;
+    EXPECT_NE(dlg.find("name=\"A4_SHEET\" label=\"A4 Sheet\""), std::string::npos) << dlg;
+    EXPECT_NE(
+        read("border/stamp_dialog.h").find("    int copyCount = 0;\n    bool a4Sheet = false;"),
+        std::string::npos);
+}
+
+TEST_F(NewDialog, OkRefusesAnEmptyTextOnlyOnTheFirstStringControl) {
+    ASSERT_EQ(
+        newDialog(root.path(), {"StampDialog", "border", "--control", "COPIES:integer", "--control",
+                                "OWNER:string:Owner Name", "--control", "REMARK:string"})
+            .status,
+        0);
+    const std::string source = read("border/stamp_dialog.cpp");
+    EXPECT_EQ(linesWith(source, ".empty()"), (std::vector<std::string>{"    if (owner.empty()) {"}))
+        << source;
+    EXPECT_EQ(linesWith(source, "must not be empty.").size(), 1u) << source;
+    EXPECT_NE(source.find("\"Owner Name must not be empty.\""), std::string::npos) << source;
+    EXPECT_NE(source.find("    m_stamp->remark = m_remark->ItemValue();\n"), std::string::npos);
+    const std::string test = read("tests/border/stamp_dialog_test.cpp");
+    EXPECT_NE(test.find("TEST_F(StampDialogTest, OkWithEmptyOwnerShowsTheErrorAndLeavesTheValue"
+                        "Unchanged) {\n"
+                        "    EXPECT_JOURNAL_PASSES(show(R\"J(\n"
+                        "  set OWNER \"\"\n"
+                        "  ok\n"
+                        "  message error \"Validation Error\" \"Owner Name must not be empty.\"\n"
+                        "  expect focus OWNER\n"),
+              std::string::npos)
+        << test;
+    EXPECT_EQ(linesWith(test, "OkWithEmpty").size(), 1u) << test;
+}
+
+TEST_F(NewDialog, WithoutAStringControlOkHasNoCheckAndNoStringIncludes) {
+    ASSERT_EQ(newDialog(root.path(), {"StampDialog", "border", "--control", "COPIES:integer",
+                                      "--control", "CONFIDENTIAL:toggle"})
+                  .status,
+              0);
+    const std::string source = read("border/stamp_dialog.cpp");
+    EXPECT_EQ(source.find("refuse"), std::string::npos) << source;
+    EXPECT_EQ(source.find("message_dialogs.h"), std::string::npos) << source;
+    EXPECT_EQ(source.find("string_item.h"), std::string::npos) << source;
+    const std::string header = read("border/stamp_dialog.h");
+    EXPECT_EQ(header.find("StringItem"), std::string::npos) << header;
+    EXPECT_EQ(header.find("<string>"), std::string::npos) << header;
+    EXPECT_EQ(read("tests/border/stamp_dialog_test.cpp").find("OkWithEmpty"), std::string::npos);
+}
+
+TEST_F(NewDialog, UnknownControlKindIsRefusedAndNothingIsWritten) {
+    for (const char* control : {"COPIES:int", "COPIES:String", "COPIES:", "COPIES:button"}) {
+        SCOPED_TRACE(control);
+        expectRefused({"StampDialog", "border", "--control", control}, "unknown kind");
+    }
+}
+
+TEST_F(NewDialog, ControlWithoutKindIsRefused) {
+    expectRefused({"StampDialog", "border", "--control", "COPIES"}, "control 'COPIES' has no kind");
+    expectRefused({"StampDialog", "border", "--control"}, "--control needs NAME:KIND[:LABEL]");
+}
+
+TEST_F(NewDialog, ControlNameThatIsNotUpperCaseWordsJoinedByUnderscoresIsRefused) {
+    for (const char* control : {"copies:integer", "Copies:integer", "COPY__COUNT:integer",
+                                "_COPIES:integer", "COPIES_:integer", "2COPIES:integer",
+                                "COPY-COUNT:integer", "COPY COUNT:integer", ":integer"}) {
+        SCOPED_TRACE(control);
+        expectRefused({"StampDialog", "border", "--control", control},
+                      "is not upper-case words joined by _");
+    }
+}
+
+TEST_F(NewDialog, RepeatedControlNameIsRefused) {
+    expectRefused(
+        {"StampDialog", "border", "--control", "COPIES:integer", "--control", "COPIES:string"},
+        "control name COPIES is given twice");
+}
+
+TEST_F(NewDialog, ControlNamesThatGiveTheSameMemberAreRefused) {
+    expectRefused(
+        {"StampDialog", "border", "--control", "NOTE_2:string", "--control", "NOTE2:string"},
+        "control names NOTE_2 and NOTE2 both give the member name 'note2'");
+}
+
+TEST_F(NewDialog, ControlNameWhoseMemberIsTakenInCppIsRefused) {
+    expectRefused({"StampDialog", "border", "--control", "DEFAULT:string"},
+                  "gives the member name 'default', which is taken in C++");
+    // A field named std would hide the namespace from the struct's later fields.
+    expectRefused({"StampDialog", "border", "--control", "STD:string"},
+                  "gives the member name 'std'");
+}
+
+TEST_F(NewDialog, ControlNameOfAMacroOfTheIncludedHeadersIsRefused) {
+    for (const char* control : {"TRUE:toggle", "NULL:string", "UF_UI_OK:integer"}) {
+        SCOPED_TRACE(control);
+        expectRefused({"StampDialog", "border", "--control", control}, "is a macro");
+    }
+}
+
+TEST_F(NewDialog, ControlNameWhoseMemberHoldsTheEditedValueIsRefused) {
+    expectRefused({"RevisionNoteDialog", "block", "--control", "REVISION_NOTE:string"},
+                  "gives the member name 'm_revisionNote', which holds the edited revision note");
+}
+
+TEST_F(NewDialog, ControlLabelTheResourceFileOrJournalWouldHaveToEscapeIsRefused) {
+    for (const char* control : {"NOTE:string:Say \"Hi\"", "NOTE:string:A & B", "NOTE:toggle:a\\b",
+                                "NOTE:label:<b>", "NOTE:integer:tab\there"}) {
+        SCOPED_TRACE(control);
+        expectRefused({"StampDialog", "border", "--control", control},
+                      "of control NOTE holds a character that the .dlg and the test's journal");
+    }
+}
+
+TEST_F(NewDialog, EmptyControlLabelIsRefused) {
+    expectRefused({"StampDialog", "border", "--control", "NOTE:string:"},
+                  "the label of control NOTE is empty");
+    expectRefused({"StampDialog", "border", "--control", "NOTE:string: "},
+                  "the label of control NOTE is empty");
+}
+
+TEST_F(NewDialog, ControlsWithoutAValueAreRefused) {
+    expectRefused({"StampDialog", "border", "--control", "HINT:label:Fixed"},
+                  "no control holds a value");
+}
+
+TEST_F(NewDialog, LabelMayHoldAColonAndParentheses) {
+    ASSERT_EQ(
+        newDialog(root.path(), {"StampDialog", "border", "--control", "SCALE:real:Scale (1:1)"})
+            .status,
+        0);
+    EXPECT_NE(read("resources/qorfmt_config_stamp.dlg").find("label=\"Scale (1:1)\""),
+              std::string::npos);
+}
+
 TEST_F(NewDialog, WrongNumberOfArgumentsIsRefusedWithTheUsage) {
     expectRefused({"RevisionNoteDialog"}, "Usage: scripts/new-dialog");
 }
