@@ -164,7 +164,30 @@ std::string mountSmallFileSystem(const fs::path& folder) {
     return "";
 }
 
+// Runs `body` in a child on a small file system mounted on `folder`: "" when it passed, its
+// failure, or "skip: WHY" where the mount is not allowed.
+std::string onSmallFileSystem(const fs::path& folder, const std::function<std::string()>& body) {
+    return inChild(
+        [&]() -> std::string {
+            if (const std::string skip = mountSmallFileSystem(folder); !skip.empty()) {
+                return skip;
+            }
+            return body();
+        },
+        false);
+}
+
 } // namespace
+
+// A result of onSmallFileSystem: the test is skipped where the mount was not allowed.
+#define EXPECT_PASSED_OR_SKIP(result)                                                              \
+    do {                                                                                           \
+        const std::string result_ = (result);                                                      \
+        if (result_.rfind("skip: ", 0) == 0) {                                                     \
+            GTEST_SKIP() << result_.substr(6);                                                     \
+        }                                                                                          \
+        EXPECT_EQ(result_, "");                                                                    \
+    } while (false)
 
 TEST(FordefWriter, SaveIntoAMissingFolderThrowsAndKeepsModified) {
     TestUtil::TempDir dir;
@@ -236,25 +259,16 @@ TEST(FordefWriter, SaveOnAFullDiskLeavesTheOldFileWholeAndModifiedSet) {
     TestUtil::TempDir dir;
     const fs::path folder = dir.mkdir("small");
     const fs::path file = folder / "a.fordef";
-    const std::string result = inChild(
-        [&]() -> std::string {
-            if (const std::string skip = mountSmallFileSystem(folder); !skip.empty()) {
-                return skip;
+    EXPECT_PASSED_OR_SKIP(onSmallFileSystem(folder, [&] {
+        ModelTest::makeSmallDocument("")->save(file);
+        const auto large = boost::make_shared<DefinitionDocument>(file.string());
+        for (int copy = 0; copy < 20; ++copy) {
+            for (const auto& block : ModelTest::makeFullDocument("")->blockLayouts(AllUnits)) {
+                large->addBlockLayout(boost::make_shared<BlockLayout>(*block));
             }
-            ModelTest::makeSmallDocument("")->save(file);
-            const auto large = boost::make_shared<DefinitionDocument>(file.string());
-            for (int copy = 0; copy < 20; ++copy) {
-                for (const auto& block : ModelTest::makeFullDocument("")->blockLayouts(AllUnits)) {
-                    large->addBlockLayout(boost::make_shared<BlockLayout>(*block));
-                }
-            }
-            return expectFailedSave(file, "cannot write: the disk is full", large);
-        },
-        false);
-    if (result.rfind("skip: ", 0) == 0) {
-        GTEST_SKIP() << result.substr(6);
-    }
-    EXPECT_EQ(result, "");
+        }
+        return expectFailedSave(file, "cannot write: the disk is full", large);
+    }));
 }
 
 TEST(FordefWriter, SaveOverAReadOnlyFileIsRefused) {
@@ -271,22 +285,13 @@ TEST(FordefWriter, SaveOnAReadOnlyFileSystemSaysSo) {
     TestUtil::TempDir dir;
     const fs::path folder = dir.mkdir("mounted");
     const fs::path file = folder / "a.fordef";
-    const std::string result = inChild(
-        [&]() -> std::string {
-            if (const std::string skip = mountSmallFileSystem(folder); !skip.empty()) {
-                return skip;
-            }
-            ModelTest::makeSmallDocument("")->save(file);
-            if (::mount(nullptr, folder.c_str(), nullptr, MS_REMOUNT | MS_RDONLY, nullptr) != 0) {
-                return "skip: cannot mount it read-only: " + std::string(strerror(errno));
-            }
-            return expectFailedSave(file, "cannot save: the file system is read-only");
-        },
-        false);
-    if (result.rfind("skip: ", 0) == 0) {
-        GTEST_SKIP() << result.substr(6);
-    }
-    EXPECT_EQ(result, "");
+    EXPECT_PASSED_OR_SKIP(onSmallFileSystem(folder, [&]() -> std::string {
+        ModelTest::makeSmallDocument("")->save(file);
+        if (::mount(nullptr, folder.c_str(), nullptr, MS_REMOUNT | MS_RDONLY, nullptr) != 0) {
+            return "skip: cannot mount it read-only: " + std::string(strerror(errno));
+        }
+        return expectFailedSave(file, "cannot save: the file system is read-only");
+    }));
 }
 
 TEST(FordefWriter, SaveOverAFifoIsRefusedAtOnceWithItsKind) {
